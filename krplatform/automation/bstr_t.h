@@ -1,0 +1,50 @@
+// The counted automation text with its narrow form.
+#pragma once
+
+#include <krplatform/base/types.h>
+#include <krplatform/export.h>
+
+/// A text that copies by counting. The narrow form is made by the process code page when it is first asked for and
+/// lives as long as the text.
+///
+///     _bstr_t text(OLESTR("wall"));
+///     char const * narrow = text;        -> "wall", valid as long as `text`
+///
+/// Throws `_com_error` of E_OUTOFMEMORY when memory runs out. Objects that share a text belong to one thread at a time.
+class KRPLATFORM_API _bstr_t
+{
+public:
+    _bstr_t() noexcept = default;
+    _bstr_t(_bstr_t const & other) noexcept;
+    _bstr_t(_bstr_t && other) noexcept;
+    _bstr_t(char const * text);
+    _bstr_t(WCHAR const * text);
+    /// Copies `text`, or takes it over where `copy` is false.
+    _bstr_t(BSTR text, bool copy);
+    ~_bstr_t();
+
+    _bstr_t & operator=(_bstr_t const & other) noexcept;
+    _bstr_t & operator=(_bstr_t && other) noexcept;
+    _bstr_t & operator=(char const * text);
+    _bstr_t & operator=(WCHAR const * text);
+
+    _bstr_t & operator+=(_bstr_t const & other);
+    friend KRPLATFORM_API _bstr_t operator+(_bstr_t const & left, _bstr_t const & right);
+
+    /// Null for an object without text.
+    operator WCHAR const *() const noexcept;
+    operator char const *() const;
+
+    /// Units.
+    unsigned int length() const noexcept;
+    /// A new copy, owned by the receiver; null for an object without text.
+    BSTR copy() const;
+    /// Hands the text to the caller; other objects that share it keep a copy.
+    BSTR Detach();
+
+    friend KRPLATFORM_API bool operator==(_bstr_t const & left, _bstr_t const & right) noexcept;
+
+private:
+    struct Data;
+    Data * m_data = nullptr;
+};

@@ -1,0 +1,45 @@
+// The carrier of a failed automation result.
+#pragma once
+
+#include <krplatform/automation/bstr_t.h>
+#include <krplatform/automation/unknown.h>
+#include <krplatform/export.h>
+
+/// A failed result with what the object told of it. Thrown by value.
+///
+///     _com_error(E_FAIL).ErrorMessage()                           -> "Unspecified error"
+///     _com_error(0x80040205).ErrorMessage()                       -> "IDispatch error #5"
+///     _com_error(0x8004FFFF).Description().length()               -> 0: no object told anything
+class KRPLATFORM_API _com_error
+{
+public:
+    /// Takes one reference of `errorInfo` over, or adds one of its own where `addReference` is set.
+    explicit _com_error(HRESULT result, IErrorInfo * errorInfo = nullptr, bool addReference = false) noexcept;
+    _com_error(_com_error const & other) noexcept;
+    _com_error & operator=(_com_error const & other) noexcept;
+    virtual ~_com_error();
+
+    HRESULT Error() const noexcept;
+    /// One more reference for the caller, or null.
+    IErrorInfo * ErrorInfo() const noexcept;
+    /// The number of an interface's own error (0x80040200 on), or 0.
+    WORD WCode() const noexcept;
+
+    /// What the object told; without text where there is no object or the call fails.
+    _bstr_t Description() const;
+    _bstr_t Source() const;
+
+    /// The system's message for the result without its line end; where it has none "IDispatch error #%d" from
+    /// 0x80040200 on, otherwise "Unknown error 0x%0lX". Made on the first call, valid as long as the object.
+    WCHAR const * ErrorMessage() const;
+
+private:
+    HRESULT m_result;
+    IErrorInfo * m_errorInfo;
+    mutable _bstr_t m_message;
+};
+
+/// Throws `_com_error(result)`.
+[[noreturn]] KRPLATFORM_API void _com_issue_error(HRESULT result);
+/// Throws it with an error object, whose reference it takes over.
+[[noreturn]] KRPLATFORM_API void _com_raise_error(HRESULT result, IErrorInfo * errorInfo = nullptr);

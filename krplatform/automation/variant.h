@@ -1,0 +1,128 @@
+// The automation variant and the arrays it holds: the plain structures, and what clears, copies and converts them.
+#pragma once
+
+#include <krplatform/automation/unknown.h>
+#include <krplatform/base/hresult.h>
+#include <krplatform/export.h>
+
+/// Tags of `VARIANT`.
+enum VARENUM : int
+{
+    VT_EMPTY = 0,
+    VT_NULL = 1,
+    VT_I2 = 2,
+    VT_I4 = 3,
+    VT_R4 = 4,
+    VT_R8 = 5,
+    VT_CY = 6,
+    VT_DATE = 7,
+    VT_BSTR = 8,
+    VT_DISPATCH = 9,
+    VT_ERROR = 10,
+    VT_BOOL = 11,
+    VT_VARIANT = 12,
+    VT_UNKNOWN = 13,
+    VT_I1 = 16,
+    VT_UI1 = 17,
+    VT_UI2 = 18,
+    VT_UI4 = 19,
+    VT_I8 = 20,
+    VT_UI8 = 21,
+    VT_INT = 22,
+    VT_UINT = 23,
+    VT_VOID = 24,
+    VT_PTR = 26,
+    VT_BLOB = 65,
+    VT_ARRAY = 0x2000,
+    VT_BYREF = 0x4000,
+    VT_TYPEMASK = 0x0FFF
+};
+
+/// Elements and lower bound of one dimension.
+struct SAFEARRAYBOUND
+{
+    ULONG cElements;
+    LONG lLbound;
+};
+
+// Features of an array: what its elements own.
+constexpr USHORT FADF_BSTR = 0x0100;
+constexpr USHORT FADF_UNKNOWN = 0x0200;
+constexpr USHORT FADF_DISPATCH = 0x0400;
+constexpr USHORT FADF_VARIANT = 0x0800;
+constexpr USHORT FADF_HAVEVARTYPE = 0x0080;
+
+/// An array of automation values. The first index runs fastest in memory; `rgsabound` holds the dimensions in reverse,
+/// the last one first. Made and freed by the functions below only.
+struct SAFEARRAY
+{
+    USHORT cDims;
+    USHORT fFeatures;
+    ULONG cbElements;
+    ULONG cLocks;
+    void * pvData;
+    SAFEARRAYBOUND rgsabound[1];
+};
+
+/// A tagged value of at most 8 bytes. A plain structure: whoever makes one initialises and clears it (`COleVariant`
+/// does).
+struct tagVARIANT
+{
+    VARTYPE vt;
+    WORD wReserved1;
+    WORD wReserved2;
+    WORD wReserved3;
+    union
+    {
+        LONGLONG llVal;
+        LONG lVal;
+        BYTE bVal;
+        SHORT iVal;
+        float fltVal;
+        double dblVal;
+        VARIANT_BOOL boolVal;
+        SCODE scode;
+        CY cyVal;
+        DATE date;
+        BSTR bstrVal;
+        IUnknown * punkVal;
+        IDispatch * pdispVal;
+        SAFEARRAY * parray;
+        signed char cVal;
+        USHORT uiVal;
+        ULONG ulVal;
+        ULONGLONG ullVal;
+        INT intVal;
+        UINT uintVal;
+        void * byref;
+        BYTE * pbVal;
+        VARIANT * pvarVal;
+    };
+};
+
+static_assert(sizeof(VARIANT) == 16);
+
+using VARIANTARG = VARIANT;
+
+/// Makes the variant empty without reading what it held.
+KRPLATFORM_API void VariantInit(VARIANT * variant);
+KRPLATFORM_API void AfxVariantInit(VARIANT * variant);
+
+/// Releases what the variant owns and leaves VT_EMPTY; a second call has no effect. A locked array stays
+/// (DISP_E_ARRAYISLOCKED), an unknown tag too (DISP_E_BADVARTYPE). The bytes of a VT_BLOB are plain bits and are not
+/// freed.
+KRPLATFORM_API HRESULT VariantClear(VARIANT * variant);
+
+/// Makes `destination` a deep copy: text and arrays are copied, references counted. `destination` is cleared first,
+/// unless the source cannot be copied; then it stays as it was. A null text becomes an empty one.
+KRPLATFORM_API HRESULT VariantCopy(VARIANT * destination, VARIANT const * source);
+
+/// Converts `source` to `target` under the default locale, or `locale`. `destination` may be the source; after a
+/// failure it stays as it was. Only flags 0 are used.
+KRPLATFORM_API HRESULT VariantChangeType(VARIANT * destination, VARIANT const * source, USHORT flags, VARTYPE target);
+KRPLATFORM_API HRESULT VariantChangeTypeEx(VARIANT * destination, VARIANT const * source, LCID locale, USHORT flags,
+                                           VARTYPE target);
+
+/// The platform's comparison: equal tags and equal values, text by exact content, arrays element by element, references
+/// by pointer. It serves every class derived from `VARIANT`.
+KRPLATFORM_API bool operator==(VARIANT const & left, VARIANT const & right);

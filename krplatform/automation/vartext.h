@@ -1,0 +1,65 @@
+// Text of automation values, and values of text. Locales are numbers: 127 is invariant, 1024 and 0 the user's.
+#pragma once
+
+#include <krplatform/base/hresult.h>
+#include <krplatform/export.h>
+
+// Flags of the date functions; other flags are refused with E_INVALIDARG.
+constexpr ULONG VAR_TIMEVALUEONLY = 1;
+constexpr ULONG VAR_DATEVALUEONLY = 2;
+/// The locale's own words for true and false.
+constexpr ULONG VAR_LOCALBOOL = 16;
+
+// Every function below writes its result on success only. A text handed out is a new one, owned by the caller; null
+// `text` read is a type mismatch. An unknown locale gives E_INVALIDARG.
+
+/// Up to 15 significant digits, rounded from the exact value with ties away from zero, without trailing zeros. Plain
+/// while 15 places before and 15 behind the point are enough, otherwise `d.dddE+nn`. Deliberate: 1/30
+/// is 3.33333333333333E-02.
+KRPLATFORM_API HRESULT VarBstrFromR8(double value, LCID locale, ULONG flags, BSTR * text);
+/// The same with 7 digits.
+KRPLATFORM_API HRESULT VarBstrFromR4(float value, LCID locale, ULONG flags, BSTR * text);
+KRPLATFORM_API HRESULT VarR8FromStr(OLECHAR const * text, LCID locale, ULONG flags, double * value);
+/// As many of the four places as needed, no grouping, no symbol.
+KRPLATFORM_API HRESULT VarBstrFromCy(CY value, LCID locale, ULONG flags, BSTR * text);
+KRPLATFORM_API HRESULT VarCyFromStr(OLECHAR const * text, LCID locale, ULONG flags, CY * value);
+/// "True" or "False"; with VAR_LOCALBOOL the locale's words.
+KRPLATFORM_API HRESULT VarBstrFromBool(VARIANT_BOOL value, LCID locale, ULONG flags, BSTR * text);
+/// English words in any case, "#TRUE#" and "#FALSE#", and any number of the locale.
+KRPLATFORM_API HRESULT VarBoolFromStr(OLECHAR const * text, LCID locale, ULONG flags, VARIANT_BOOL * value);
+
+/// The locale's short date and long time. The time is left out for a whole day, the date for a value whose integer part
+/// is 0. Deliberate: a whole day asked for its time, and a time of day asked for its date, give empty text.
+/// E_INVALIDARG outside 1 January 100 to 31 December 9999.
+KRPLATFORM_API HRESULT VarBstrFromDate(DATE date, LCID locale, ULONG flags, BSTR * text);
+/// Reads a date, a time or both in the order and with the names of the locale. Two numbers are a day of the running
+/// year.
+KRPLATFORM_API HRESULT VarDateFromStr(OLECHAR const * text, LCID locale, ULONG flags, DATE * date);
+
+/// Calendar fields of a moment; Sunday is day of the week 0.
+struct SYSTEMTIME
+{
+    WORD wYear;
+    WORD wMonth;
+    WORD wDayOfWeek;
+    WORD wDay;
+    WORD wHour;
+    WORD wMinute;
+    WORD wSecond;
+    WORD wMilliseconds;
+};
+
+/// The same with the day of the year, 1 on 1 January.
+struct UDATE
+{
+    SYSTEMTIME st;
+    USHORT wDayOfYear;
+};
+
+/// The fields of a date, rounded to the second. E_INVALIDARG outside the range of years.
+KRPLATFORM_API HRESULT VarUdateFromDate(DATE date, ULONG flags, UDATE * fields);
+/// The same; 1 for success, 0 for failure.
+KRPLATFORM_API int VariantTimeToSystemTime(DATE date, SYSTEMTIME * fields);
+/// Two-digit years are 1950 to 2049; day 0 and days up to 31 of a shorter month roll over. 0 for other fields out of
+/// range.
+KRPLATFORM_API int SystemTimeToVariantTime(SYSTEMTIME const * fields, DATE * date);

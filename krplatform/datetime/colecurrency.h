@@ -1,0 +1,47 @@
+// The automation currency with its status.
+#pragma once
+
+#include <krplatform/automation/variant.h>
+#include <krplatform/text/cstring.h>
+
+#include <compare>
+
+/// An amount as a count of ten-thousandths, with a status. A new object is the valid amount 0.
+///
+///     COleCurrency amount(12, 5000);           -> 12.5
+///     amount.Format(0, 127)                    -> "12.5"
+class KRPLATFORM_API COleCurrency
+{
+public:
+    enum CurrencyStatus : int
+    {
+        valid = 0,
+        invalid = 1,
+        null = 2
+    };
+
+    COleCurrency() noexcept;
+    COleCurrency(CY amount) noexcept;
+    /// Whole units and ten-thousandths.
+    COleCurrency(long units, long fraction) noexcept;
+    /// A VT_CY value as it stands; VT_NULL and VT_EMPTY give status null, other tags are converted with the default
+    /// locale, status invalid where that fails.
+    COleCurrency(VARIANT const & value);
+    COleCurrency & operator=(VARIANT const & value);
+
+    CurrencyStatus GetStatus() const noexcept { return m_status; }
+    void SetStatus(CurrencyStatus status) noexcept { m_status = status; }
+    operator CY() const noexcept { return m_cur; }
+
+    /// The locale's plain number; empty for status null, "Invalid Currency" for status invalid.
+    CString Format(DWORD flags = 0, LCID locale = LOCALE_USER_DEFAULT) const;
+    /// Reads a number of the locale. False, with status invalid, for text that is none.
+    bool ParseCurrency(WCHAR const * text, DWORD flags = 0, LCID locale = LOCALE_USER_DEFAULT);
+
+    friend KRPLATFORM_API bool operator==(COleCurrency const & left, COleCurrency const & right) noexcept;
+    friend KRPLATFORM_API std::partial_ordering operator<=>(COleCurrency const & left,
+                                                            COleCurrency const & right) noexcept;
+
+    CY m_cur;
+    CurrencyStatus m_status = valid;
+};

@@ -1,0 +1,122 @@
+// The automation date with its status, and spans between dates.
+#pragma once
+
+#include <krplatform/automation/variant.h>
+#include <krplatform/automation/vartext.h>
+#include <krplatform/text/cstring.h>
+
+#include <compare>
+#include <concepts>
+#include <cstdint>
+
+class CTime;
+
+/// A span of days with its status.
+class KRPLATFORM_API COleDateTimeSpan
+{
+public:
+    enum DateTimeSpanStatus : int
+    {
+        valid = 0,
+        invalid = 1,
+        null = 2
+    };
+
+    COleDateTimeSpan() noexcept = default;
+    COleDateTimeSpan(double days) noexcept : m_span(days) {}
+    COleDateTimeSpan(long days, int hours, int minutes, int seconds) noexcept;
+
+    DateTimeSpanStatus GetStatus() const noexcept { return m_status; }
+    void SetStatus(DateTimeSpanStatus status) noexcept { m_status = status; }
+    double GetTotalDays() const noexcept { return m_span; }
+
+    double m_span = 0.0;
+    DateTimeSpanStatus m_status = valid;
+};
+
+/// A moment as days since 30 December 1899; the fraction is the time of day, counted forward for negative values too,
+/// so that -1.25 is 29 December 1899, 6:00. A new object is the valid date 0.0. Range: 1 January 100 to 31 December
+/// 9999.
+///
+///     COleDateTime date(2021, 3, 15, 8, 5, 9);
+///     date.Format(OLESTR("%Y-%m-%d %H:%M:%S"))   -> "2021-03-15 08:05:09"
+///     date.Format(0, 1033)                       -> "3/15/2021 8:05:09 AM"
+///     COleDateTime(2021, 2, 30, 0, 0, 0).GetStatus()   -> invalid
+///
+/// Text that cannot be made is "Invalid DateTime", or string resource 55296 where the current resource module has it.
+class KRPLATFORM_API COleDateTime
+{
+public:
+    enum DateTimeStatus : int
+    {
+        valid = 0,
+        invalid = 1,
+        null = 2
+    };
+
+    COleDateTime() noexcept = default;
+    COleDateTime(DATE date) noexcept;
+    /// Converts to VT_DATE with the default locale; VT_NULL and VT_EMPTY give status null, a failure status invalid.
+    COleDateTime(VARIANT const & value);
+    COleDateTime(SYSTEMTIME const & fields) noexcept;
+    COleDateTime(int year, int month, int day, int hour, int minute, int second) noexcept;
+    /// Local time of seconds since 1 January 1970 UTC; status invalid where the calendar has no such time.
+    COleDateTime(CTime const & time) noexcept;
+    template <std::same_as<std::int64_t> Seconds>
+    COleDateTime(Seconds seconds) noexcept
+    {
+        SetSeconds(seconds);
+    }
+
+    /// Now, local time, to the second.
+    static COleDateTime GetCurrentTime() noexcept;
+
+    DateTimeStatus GetStatus() const noexcept { return m_status; }
+    void SetStatus(DateTimeStatus status) noexcept { m_status = status; }
+
+    /// The calendar fields; false, and untouched, for a status other than valid or a date out of range.
+    bool GetAsSystemTime(SYSTEMTIME & fields) const noexcept;
+    bool GetAsUdate(UDATE & fields) const noexcept;
+    /// Single fields; -1 (`error`) where there are none. Day of the week: Sunday is 1. Day of the year: 1 January is 1.
+    static constexpr int error = -1;
+    int GetYear() const noexcept;
+    int GetMonth() const noexcept;
+    int GetDay() const noexcept;
+    int GetHour() const noexcept;
+    int GetMinute() const noexcept;
+    int GetSecond() const noexcept;
+    int GetDayOfWeek() const noexcept;
+    int GetDayOfYear() const noexcept;
+
+    /// 0 for success, 1 where the fields are no moment of the calendar: the status is invalid then.
+    int SetDateTime(int year, int month, int day, int hour, int minute, int second) noexcept;
+    int SetDate(int year, int month, int day) noexcept;
+    int SetTime(int hour, int minute, int second) noexcept;
+    /// Reads text by `VarDateFromStr`. False, with status invalid, for text that is no date.
+    bool ParseDateTime(WCHAR const * text, DWORD flags = 0, LCID locale = LOCALE_USER_DEFAULT);
+
+    /// The locale's text by `VarBstrFromDate`. Empty for status null.
+    CString Format(DWORD flags = 0, LCID locale = LOCALE_USER_DEFAULT) const;
+    /// Text by a `wcsftime` pattern; a result of more than 255 units is lost (empty). A null pattern raises
+    /// E_INVALIDARG.
+    CString Format(WCHAR const * pattern) const;
+
+    operator DATE() const noexcept { return m_dt; }
+
+    /// Moments with a status other than valid are equal if their status is, and never less.
+    friend KRPLATFORM_API bool operator==(COleDateTime const & left, COleDateTime const & right) noexcept;
+    friend KRPLATFORM_API std::partial_ordering operator<=>(COleDateTime const & left,
+                                                            COleDateTime const & right) noexcept;
+
+    COleDateTime operator+(COleDateTimeSpan const & span) const noexcept;
+    COleDateTime operator-(COleDateTimeSpan const & span) const noexcept;
+    COleDateTime & operator+=(COleDateTimeSpan const & span) noexcept;
+    COleDateTime & operator-=(COleDateTimeSpan const & span) noexcept;
+    COleDateTimeSpan operator-(COleDateTime const & other) const noexcept;
+
+    DATE m_dt = 0.0;
+    DateTimeStatus m_status = valid;
+
+private:
+    void SetSeconds(std::int64_t seconds) noexcept;
+};

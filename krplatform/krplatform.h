@@ -1,0 +1,33 @@
+// All value types and services of the platform.
+#pragma once
+
+#include <krplatform/automation/bstr_t.h>
+#include <krplatform/automation/colesafearray.h>
+#include <krplatform/automation/colevariant.h>
+#include <krplatform/automation/com_error.h>
+#include <krplatform/automation/com_ptr.h>
+#include <krplatform/automation/safearray.h>
+#include <krplatform/automation/unknown.h>
+#include <krplatform/automation/variant.h>
+#include <krplatform/automation/vartext.h>
+#include <krplatform/base/cexception.h>
+#include <krplatform/base/cobject.h>
+#include <krplatform/base/hresult.h>
+#include <krplatform/base/lasterror.h>
+#include <krplatform/base/types.h>
+#include <krplatform/base/wchar.h>
+#include <krplatform/codepage/codepage.h>
+#include <krplatform/datetime/clock.h>
+#include <krplatform/datetime/colecurrency.h>
+#include <krplatform/datetime/coledatetime.h>
+#include <krplatform/datetime/ctime.h>
+#include <krplatform/system/environment.h>
+#include <krplatform/system/file.h>
+#include <krplatform/system/messagebox.h>
+#include <krplatform/system/module.h>
+#include <krplatform/system/resource.h>
+#include <krplatform/system/systemmessage.h>
+#include <krplatform/text/bstr.h>
+#include <krplatform/text/casing.h>
+#include <krplatform/text/cstring.h>
+#include <krplatform/text/numbers.h>

@@ -1,0 +1,298 @@
+// The platform's text classes: `CString` of 16-bit code units, `CStringA` of bytes.
+#pragma once
+
+#include <krplatform/base/types.h>
+#include <krplatform/export.h>
+
+#include <compare>
+#include <cstdarg>
+#include <functional>
+#include <iosfwd>
+#include <string_view>
+#include <type_traits>
+
+template <class Char>
+class CStringT;
+
+/// Text of 16-bit code units.
+using CString = CStringT<WCHAR>;
+using CStringW = CString;
+/// Text of bytes.
+using CStringA = CStringT<char>;
+
+namespace kr::detail
+{
+
+/// What `Format` hands to the variable arguments of the formatter: texts as pointers, everything else as it is.
+template <class T>
+constexpr T const & FormatArgument(T const & value)
+{
+    static_assert(std::is_trivially_copyable_v<T>, "only numbers, pointers and texts can be formatted");
+    static_assert(!WideCharacter<std::remove_cv_t<std::remove_pointer_t<std::decay_t<T>>>> ||
+                      !std::is_pointer_v<std::decay_t<T>>,
+                  "text of wchar_t is wider than a code unit here: wrap it in CString");
+    return value;
+}
+template <class Char>
+constexpr Char const * FormatArgument(CStringT<Char> const & value);
+template <std::size_t Size>
+constexpr char const * FormatArgument(char const (&value)[Size])
+{
+    return value;
+}
+template <std::size_t Size>
+constexpr WCHAR const * FormatArgument(WCHAR const (&value)[Size])
+{
+    return value;
+}
+
+} // namespace kr::detail
+
+/// A text with value semantics, one pointer in size. Copies share an immutable block until one of them is written; an
+/// empty text allocates nothing. Never null.
+///
+///     CString name(OLESTR("wall"));
+///     name += OLESTR('s');                                    -> "walls"
+///     CString text; text.Format(OLESTR("%s: %05.2f"), name, 2.5);   -> "walls: 02.50"
+///     CString(OLESTR("a,b")).Find(OLESTR(','))                -> 1
+///     CString("abc").Mid(-3)                                  -> "abc": a negative start counts as 0
+///
+/// Positions and lengths count code units (bytes in `CStringA`). A null pointer where text is expected is empty text.
+/// Narrow text enters and leaves `CString` through the process code page (`CP_ACP`). Comparisons are ordinal.
+/// When memory runs out `CMemoryException *` is thrown and the text stays as it was. Different objects may be used from
+/// different threads, also when they share a block; one object belongs to one thread at a time.
+template <class Char>
+class KRPLATFORM_API CStringT
+{
+    static constexpr bool isWide = std::is_same_v<Char, WCHAR>;
+    using OtherChar = std::conditional_t<isWide, char, WCHAR>;
+
+public:
+    using XCHAR = Char;
+    using PXSTR = Char *;
+    using PCXSTR = Char const *;
+
+    CStringT() noexcept;
+    CStringT(CStringT const & other) noexcept;
+    CStringT(CStringT && other) noexcept;
+    CStringT(Char const * text);
+    /// The first `length` units of `text`; zeros inside are kept. A negative `length` raises E_INVALIDARG.
+    CStringT(Char const * text, int length);
+    /// `count` times `unit`; a count of 0 or below gives empty text.
+    explicit CStringT(Char unit, int count = 1);
+    /// Converts by the process code page.
+    CStringT(OtherChar const * text);
+    CStringT(OtherChar const * text, int length);
+    CStringT(CStringT<OtherChar> const & text);
+    /// Converts a copy of `value` to text with the default locale; raises the platform's failure (`COleException *`)
+    /// where that fails, as for arrays.
+    CStringT(VARIANT const & value) requires isWide;
+    /// Takes text of `wchar_t` where that is wider than a code unit; characters above U+FFFF become surrogate pairs.
+    template <kr::detail::WideCharacter Wide>
+    CStringT(Wide const * text) requires isWide
+    {
+        AssignWide(text);
+    }
+    ~CStringT();
+
+    CStringT & operator=(CStringT const & other) noexcept;
+    CStringT & operator=(CStringT && other) noexcept;
+    CStringT & operator=(Char const * text);
+    CStringT & operator=(OtherChar const * text);
+    CStringT & operator=(Char unit);
+
+    /// Appending text of this object to itself is allowed.
+    CStringT & operator+=(CStringT const & other);
+    CStringT & operator+=(Char const * text);
+    CStringT & operator+=(OtherChar const * text);
+    CStringT & operator+=(Char unit);
+    void Append(Char const * text);
+    void Append(Char const * text, int length);
+    void Append(CStringT const & other);
+    void AppendChar(Char unit);
+    /// Makes `result` the two texts joined.
+    static void Concatenate(CStringT & result, Char const * first, int firstLength, Char const * second,
+                            int secondLength);
+
+    int GetLength() const noexcept;
+    bool IsEmpty() const noexcept;
+    /// Makes the text empty and gives up its storage.
+    void Empty() noexcept;
+
+    /// The unit at `index`, the terminator included at `index` == length; anything else raises E_INVALIDARG.
+    Char GetAt(int index) const;
+    Char operator[](int index) const;
+    /// Replaces the unit at `index`, which must lie below the length (E_INVALIDARG).
+    void SetAt(int index, Char unit);
+
+    /// The text, terminated. Valid until the object is changed or destroyed; never null.
+    Char const * GetString() const noexcept;
+    operator Char const *() const noexcept;
+    std::basic_string_view<Char> View() const noexcept;
+
+    /// Storage of its own for at least `minimumLength` units beside the terminator, for the caller to write into. State
+    /// the length afterwards with `ReleaseBuffer`. Present text stays. A negative length raises E_INVALIDARG.
+    Char * GetBuffer(int minimumLength);
+    Char * GetBuffer();
+    /// The same, with the length set to `length` at once.
+    Char * GetBufferSetLength(int length);
+    /// States the length of what was written; -1 measures up to the first zero. A length below -1 or above the
+    /// allocated one raises E_INVALIDARG.
+    void ReleaseBuffer(int newLength = -1);
+    void ReleaseBufferSetLength(int newLength);
+    /// Units that fit without a new allocation.
+    int GetAllocLength() const noexcept;
+    void Preallocate(int length);
+    void FreeExtra();
+    /// Cuts the text to `newLength`, which must not exceed the length (E_INVALIDARG).
+    void Truncate(int newLength);
+
+    /// Negative, 0 or positive, by code units.
+    int Compare(Char const * text) const noexcept;
+    /// The same with each unit taken in lower case by itself, in all scripts, without a locale.
+    int CompareNoCase(Char const * text) const noexcept;
+
+    /// The position of the first hit at or behind `start`, or -1. Empty text is found at any start up to the length.
+    int Find(Char const * text, int start = 0) const noexcept;
+    int Find(Char unit, int start = 0) const noexcept;
+    int FindOneOf(Char const * units) const noexcept;
+    int ReverseFind(Char unit) const noexcept;
+
+    /// Parts of the text; all arguments are held within it, a negative count gives empty text.
+    CStringT Left(int count) const;
+    CStringT Right(int count) const;
+    CStringT Mid(int first) const;
+    CStringT Mid(int first, int count) const;
+    /// The longest beginning made only of, or without any of, the given units.
+    CStringT SpanIncluding(Char const * units) const;
+    CStringT SpanExcluding(Char const * units) const;
+    /// The next piece between any of the given units, from `start` on, which moves behind it; -1 and empty text at the
+    /// end.
+    CStringT Tokenize(Char const * units, int & start) const;
+
+    /// The number of replacements. What was put in is not searched again; an empty `oldText` changes nothing.
+    int Replace(Char const * oldText, Char const * newText);
+    int Replace(Char oldUnit, Char newUnit);
+    int Remove(Char unit);
+    /// The new length. An index below 0 counts as 0, one past the end as the end.
+    int Insert(int index, Char const * text);
+    int Insert(int index, Char unit);
+    int Delete(int index, int count = 1);
+
+    /// White space, or the given units, at one or both ends.
+    CStringT & Trim();
+    CStringT & Trim(Char unit);
+    CStringT & Trim(Char const * units);
+    CStringT & TrimLeft();
+    CStringT & TrimLeft(Char unit);
+    CStringT & TrimLeft(Char const * units);
+    CStringT & TrimRight();
+    CStringT & TrimRight(Char unit);
+    CStringT & TrimRight(Char const * units);
+
+    /// Maps each unit by itself by the simple mapping of Unicode, in all scripts, without a locale (A to Z in
+    /// `CStringA`).
+    CStringT & MakeUpper();
+    CStringT & MakeLower();
+    CStringT & MakeReverse();
+
+    /// printf-style formatting by the rules of the platform's runtime: `%s` is text of this class's units, `%S` and
+    /// `%hs` the other way round; null text prints "(null)". Texts may be given as `CString` objects. `%n`, unknown
+    /// conversions and a null format raise E_INVALIDARG and leave the text as it was. Arguments may refer to the text
+    /// itself.
+    template <class... Arguments>
+    void Format(Char const * format, Arguments const &... arguments)
+    {
+        FormatPlain(format, kr::detail::FormatArgument(arguments)...);
+    }
+    /// The same with the format taken from a string resource of the current resource module; a missing one raises
+    /// E_FAIL.
+    template <class... Arguments>
+    void Format(UINT formatId, Arguments const &... arguments) requires isWide
+    {
+        CStringT format;
+        format.LoadFormat(formatId);
+        FormatPlain(format.GetString(), kr::detail::FormatArgument(arguments)...);
+    }
+    template <class... Arguments>
+    void AppendFormat(Char const * format, Arguments const &... arguments)
+    {
+        CStringT text;
+        text.FormatPlain(format, kr::detail::FormatArgument(arguments)...);
+        Append(text);
+    }
+    void FormatV(Char const * format, va_list arguments);
+
+    /// Takes the text of a string resource of the current resource module, or of `module`. False if there is none; the
+    /// text then stays as it was.
+    bool LoadString(UINT id) requires isWide;
+    bool LoadString(struct HINSTANCE__ * module, UINT id) requires isWide;
+
+    /// A new `BSTR` with the text, owned by the receiver. Throws `CMemoryException *` when memory runs out.
+    BSTR AllocSysString() const requires isWide;
+
+    void swap(CStringT & other) noexcept;
+
+    friend bool operator==(CStringT const & left, CStringT const & right) noexcept
+    {
+        return left.View() == right.View();
+    }
+    friend bool operator==(CStringT const & left, Char const * right) noexcept { return left.Compare(right) == 0; }
+    friend bool operator==(CStringT const & left, OtherChar const * right) { return left == CStringT(right); }
+    friend std::strong_ordering operator<=>(CStringT const & left, CStringT const & right) noexcept
+    {
+        return left.Compare(right.GetString()) <=> 0;
+    }
+    friend std::strong_ordering operator<=>(CStringT const & left, Char const * right) noexcept
+    {
+        return left.Compare(right) <=> 0;
+    }
+
+    friend CStringT operator+(CStringT const & left, CStringT const & right) { return Join(left.View(), right.View()); }
+    friend CStringT operator+(CStringT const & left, Char const * right) { return Join(left.View(), ViewOf(right)); }
+    friend CStringT operator+(Char const * left, CStringT const & right) { return Join(ViewOf(left), right.View()); }
+    friend CStringT operator+(CStringT const & left, OtherChar const * right) { return left + CStringT(right); }
+    friend CStringT operator+(OtherChar const * left, CStringT const & right) { return CStringT(left) + right; }
+    friend CStringT operator+(CStringT const & left, Char right) { return Join(left.View(), {&right, 1}); }
+    friend CStringT operator+(Char left, CStringT const & right) { return Join({&left, 1}, right.View()); }
+
+private:
+    struct Block;
+
+    using TextView = std::basic_string_view<Char>;
+
+    static TextView ViewOf(Char const * text) noexcept { return text ? TextView(text) : TextView(); }
+    static CStringT Join(TextView left, TextView right);
+    void FormatPlain(Char const * format, ...);
+    void LoadFormat(UINT formatId) requires isWide;
+    void AssignWide(wchar_t const * text) requires isWide;
+
+    Char * m_text; ///< behind the block's header
+};
+
+namespace kr::detail
+{
+
+template <class Char>
+constexpr Char const * FormatArgument(CStringT<Char> const & value)
+{
+    return value.GetString();
+}
+
+} // namespace kr::detail
+
+extern template class KRPLATFORM_API CStringT<WCHAR>;
+extern template class KRPLATFORM_API CStringT<char>;
+
+/// Writes the text as UTF-8 (`CString`) or byte by byte (`CStringA`).
+KRPLATFORM_API std::ostream & operator<<(std::ostream & stream, CString const & text);
+KRPLATFORM_API std::ostream & operator<<(std::ostream & stream, CStringA const & text);
+
+template <class Char>
+struct std::hash<CStringT<Char>>
+{
+    std::size_t operator()(CStringT<Char> const & text) const noexcept
+    {
+        return std::hash<std::basic_string_view<Char>>()(text.View());
+    }
+};

@@ -1,0 +1,53 @@
+#include <krgeom/krpoint3.h>
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+TEST(CKrPoint3, StartsAtZero)
+{
+    CKrPoint3 const value;
+    EXPECT_EQ(value[0], 0.0);
+    EXPECT_EQ(value[1], 0.0);
+    EXPECT_EQ(value[2], 0.0);
+}
+
+TEST(CKrPoint3, GivesItsCoordinatesByIndexAndByName)
+{
+    CKrPoint3 const value(1.5, -2.0, 3.25);
+    EXPECT_EQ(value[0], 1.5);
+    EXPECT_EQ(value[1], -2.0);
+    EXPECT_EQ(value[2], 3.25);
+    EXPECT_EQ(value.x, 1.5);
+    EXPECT_EQ(value.y, -2.0);
+    EXPECT_EQ(value.z, 3.25);
+}
+
+TEST(CKrPoint3, GivesTheLastCoordinateForIndexesPastTheEnd)
+{
+    CKrPoint3 const value(1, 2, 3);
+    EXPECT_EQ(value[3], 3.0);
+    EXPECT_EQ(value[~0u], 3.0);
+}
+
+TEST(CKrPoint3, CopiesByValue)
+{
+    CKrPoint3 const source(1, 2, 3);
+    CKrPoint3 copy(source);
+    EXPECT_TRUE(copy == source);
+    copy.y = 9;
+    EXPECT_EQ(source[1], 2.0);
+    EXPECT_FALSE(copy == source);
+    copy = source;
+    EXPECT_TRUE(copy == source);
+}
+
+TEST(CKrPoint3, DiffersInAnyCoordinate)
+{
+    CKrPoint3 const value(1, 2, 3);
+    EXPECT_TRUE(value != CKrPoint3(0, 2, 3));
+    EXPECT_TRUE(value != CKrPoint3(1, 0, 3));
+    EXPECT_TRUE(value != CKrPoint3(1, 2, 0));
+}
+
+TEST(CKrPoint3, IsDestroyedThroughAPointerToIt) { EXPECT_TRUE(std::has_virtual_destructor_v<CKrPoint3>); }

@@ -1,0 +1,75 @@
+#include "tests/support/failing_allocator.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace
+{
+
+std::atomic<std::size_t> s_live{0};
+std::atomic<std::size_t> s_all{0};
+thread_local std::size_t s_failAt = 0;
+thread_local bool s_hasFailed = false;
+
+void * Allocate(std::size_t size) noexcept
+{
+    if (s_failAt != 0 && --s_failAt == 0)
+    {
+        s_hasFailed = true;
+        return nullptr;
+    }
+    void * const memory = std::malloc(size ? size : 1);
+    if (memory)
+    {
+        ++s_live;
+        ++s_all;
+    }
+    return memory;
+}
+
+void * AllocateOrThrow(std::size_t size)
+{
+    void * const memory = Allocate(size);
+    if (!memory)
+        throw std::bad_alloc();
+    return memory;
+}
+
+void Free(void * memory) noexcept
+{
+    if (memory)
+        --s_live;
+    std::free(memory);
+}
+
+} // namespace
+
+void * operator new(std::size_t size) { return AllocateOrThrow(size); }
+void * operator new[](std::size_t size) { return AllocateOrThrow(size); }
+void * operator new(std::size_t size, std::nothrow_t const &) noexcept { return Allocate(size); }
+void * operator new[](std::size_t size, std::nothrow_t const &) noexcept { return Allocate(size); }
+void operator delete(void * memory) noexcept { Free(memory); }
+void operator delete[](void * memory) noexcept { Free(memory); }
+void operator delete(void * memory, std::size_t) noexcept { Free(memory); }
+void operator delete[](void * memory, std::size_t) noexcept { Free(memory); }
+void operator delete(void * memory, std::nothrow_t const &) noexcept { Free(memory); }
+void operator delete[](void * memory, std::nothrow_t const &) noexcept { Free(memory); }
+
+namespace kr::test
+{
+
+std::size_t LiveAllocations() noexcept { return s_live; }
+std::size_t AllAllocations() noexcept { return s_all; }
+
+FailNthAllocation::FailNthAllocation(std::size_t n) noexcept
+{
+    s_failAt = n;
+    s_hasFailed = false;
+}
+
+FailNthAllocation::~FailNthAllocation() { s_failAt = 0; }
+
+bool FailNthAllocation::HasFailed() const noexcept { return s_hasFailed; }
+
+} // namespace kr::test
