@@ -28,6 +28,7 @@ function(kr_library target folder export_name prefix)
         PROPERTIES EXPORT_NAME ${export_name}
                    VERSION ${PROJECT_VERSION}
                    SOVERSION ${KRCORE_SOVERSION}
+                   LINKER_LANGUAGE CXX
                    CXX_EXTENSIONS OFF
                    CXX_VISIBILITY_PRESET hidden
                    VISIBILITY_INLINES_HIDDEN ON
