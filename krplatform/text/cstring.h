@@ -3,13 +3,17 @@
 
 #include <krplatform/base/types.h>
 #include <krplatform/export.h>
+#include <krplatform/text/formatargument.h>
+#include <krplatform/text/textblock.h>
 
 #include <compare>
 #include <cstdarg>
 #include <functional>
+#include <initializer_list>
 #include <iosfwd>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 template <class Char>
 class CStringT;
@@ -19,34 +23,6 @@ using CString = CStringT<WCHAR>;
 using CStringW = CString;
 /// Text of bytes.
 using CStringA = CStringT<char>;
-
-namespace kr::detail
-{
-
-/// What `Format` hands to the variable arguments of the formatter: texts as pointers, everything else as it is.
-template <class T>
-constexpr T const & FormatArgument(T const & value)
-{
-    static_assert(std::is_trivially_copyable_v<T>, "only numbers, pointers and texts can be formatted");
-    static_assert(!WideCharacter<std::remove_cv_t<std::remove_pointer_t<std::decay_t<T>>>> ||
-                      !std::is_pointer_v<std::decay_t<T>>,
-                  "text of wchar_t is wider than a code unit here: wrap it in CString");
-    return value;
-}
-template <class Char>
-constexpr Char const * FormatArgument(CStringT<Char> const & value);
-template <std::size_t Size>
-constexpr char const * FormatArgument(char const (&value)[Size])
-{
-    return value;
-}
-template <std::size_t Size>
-constexpr WCHAR const * FormatArgument(WCHAR const (&value)[Size])
-{
-    return value;
-}
-
-} // namespace kr::detail
 
 /// A text with value semantics, one pointer in size. Copies share an immutable block until one of them is written; an
 /// empty text allocates nothing. Never null.
@@ -72,9 +48,9 @@ public:
     using PXSTR = Char *;
     using PCXSTR = Char const *;
 
-    CStringT() noexcept;
-    CStringT(CStringT const & other) noexcept;
-    CStringT(CStringT && other) noexcept;
+    CStringT() noexcept : m_text(&s_empty.terminator) {}
+    CStringT(CStringT const & other) noexcept : m_text(other.m_text) { Block::Of(m_text)->AddReference(); }
+    CStringT(CStringT && other) noexcept : m_text(std::exchange(other.m_text, &s_empty.terminator)) {}
     CStringT(Char const * text);
     /// The first `length` units of `text`; zeros inside are kept. A negative `length` raises E_INVALIDARG.
     CStringT(Char const * text, int length);
@@ -93,10 +69,22 @@ public:
     {
         AssignWide(text);
     }
-    ~CStringT();
+    ~CStringT()
+    {
+        if (Block * const block = Block::Of(m_text); block->Release())
+            Free(block);
+    }
 
-    CStringT & operator=(CStringT const & other) noexcept;
-    CStringT & operator=(CStringT && other) noexcept;
+    CStringT & operator=(CStringT const & other) noexcept
+    {
+        CStringT(other).swap(*this);
+        return *this;
+    }
+    CStringT & operator=(CStringT && other) noexcept
+    {
+        CStringT(std::move(other)).swap(*this);
+        return *this;
+    }
     CStringT & operator=(Char const * text);
     CStringT & operator=(OtherChar const * text);
     CStringT & operator=(Char unit);
@@ -114,26 +102,31 @@ public:
     static void Concatenate(CStringT & result, Char const * first, int firstLength, Char const * second,
                             int secondLength);
 
-    int GetLength() const noexcept;
-    bool IsEmpty() const noexcept;
+    int GetLength() const noexcept { return Block::Of(m_text)->length; }
+    bool IsEmpty() const noexcept { return GetLength() == 0; }
     /// Makes the text empty and gives up its storage.
-    void Empty() noexcept;
+    void Empty() noexcept { CStringT().swap(*this); }
 
     /// The unit at `index`, the terminator included at `index` == length; anything else raises E_INVALIDARG.
-    Char GetAt(int index) const;
-    Char operator[](int index) const;
+    Char GetAt(int index) const
+    {
+        if (index < 0 || index > GetLength())
+            RaiseInvalidArgument();
+        return m_text[index];
+    }
+    Char operator[](int index) const { return GetAt(index); }
     /// Replaces the unit at `index`, which must lie below the length (E_INVALIDARG).
     void SetAt(int index, Char unit);
 
     /// The text, terminated. Valid until the object is changed or destroyed; never null.
-    Char const * GetString() const noexcept;
-    operator Char const *() const noexcept;
-    std::basic_string_view<Char> View() const noexcept;
+    Char const * GetString() const noexcept { return m_text; }
+    operator Char const *() const noexcept { return m_text; }
+    std::basic_string_view<Char> View() const noexcept { return {m_text, static_cast<std::size_t>(GetLength())}; }
 
     /// Storage of its own for at least `minimumLength` units beside the terminator, for the caller to write into. State
     /// the length afterwards with `ReleaseBuffer`. Present text stays. A negative length raises E_INVALIDARG.
     Char * GetBuffer(int minimumLength);
-    Char * GetBuffer();
+    Char * GetBuffer() { return GetBuffer(0); }
     /// The same, with the length set to `length` at once.
     Char * GetBufferSetLength(int length);
     /// States the length of what was written; -1 measures up to the first zero. A length below -1 or above the
@@ -141,15 +134,19 @@ public:
     void ReleaseBuffer(int newLength = -1);
     void ReleaseBufferSetLength(int newLength);
     /// Units that fit without a new allocation.
-    int GetAllocLength() const noexcept;
+    int GetAllocLength() const noexcept { return Block::Of(m_text)->capacity; }
+    /// Makes room for `length` units in storage of its own.
     void Preallocate(int length);
+    /// Gives up room that is not used, unless the storage is shared.
     void FreeExtra();
     /// Cuts the text to `newLength`, which must not exceed the length (E_INVALIDARG).
     void Truncate(int newLength);
 
-    /// Negative, 0 or positive, by code units.
+    /// -1, 0 or 1, by code units. Two objects are compared with the zeros inside them, as by the operators.
+    int Compare(CStringT const & other) const noexcept;
     int Compare(Char const * text) const noexcept;
-    /// The same with each unit taken in lower case by itself, in all scripts, without a locale.
+    /// The same with each unit taken in lower case by itself, in all scripts, without a locale (A to Z in `CStringA`).
+    int CompareNoCase(CStringT const & other) const noexcept;
     int CompareNoCase(Char const * text) const noexcept;
 
     /// The position of the first hit at or behind `start`, or -1. Empty text is found at any start up to the length.
@@ -203,22 +200,20 @@ public:
     template <class... Arguments>
     void Format(Char const * format, Arguments const &... arguments)
     {
-        FormatPlain(format, kr::detail::FormatArgument(arguments)...);
+        FormatList(format, {kr::detail::ToFormatArgument(arguments)...});
     }
     /// The same with the format taken from a string resource of the current resource module; a missing one raises
     /// E_FAIL.
     template <class... Arguments>
     void Format(UINT formatId, Arguments const &... arguments) requires isWide
     {
-        CStringT format;
-        format.LoadFormat(formatId);
-        FormatPlain(format.GetString(), kr::detail::FormatArgument(arguments)...);
+        FormatList(LoadFormat(formatId), {kr::detail::ToFormatArgument(arguments)...});
     }
     template <class... Arguments>
     void AppendFormat(Char const * format, Arguments const &... arguments)
     {
         CStringT text;
-        text.FormatPlain(format, kr::detail::FormatArgument(arguments)...);
+        text.FormatList(format, {kr::detail::ToFormatArgument(arguments)...});
         Append(text);
     }
     void FormatV(Char const * format, va_list arguments);
@@ -231,7 +226,7 @@ public:
     /// A new `BSTR` with the text, owned by the receiver. Throws `CMemoryException *` when memory runs out.
     BSTR AllocSysString() const requires isWide;
 
-    void swap(CStringT & other) noexcept;
+    void swap(CStringT & other) noexcept { std::swap(m_text, other.m_text); }
 
     friend bool operator==(CStringT const & left, CStringT const & right) noexcept
     {
@@ -241,7 +236,7 @@ public:
     friend bool operator==(CStringT const & left, OtherChar const * right) { return left == CStringT(right); }
     friend std::strong_ordering operator<=>(CStringT const & left, CStringT const & right) noexcept
     {
-        return left.Compare(right.GetString()) <=> 0;
+        return left.Compare(right) <=> 0;
     }
     friend std::strong_ordering operator<=>(CStringT const & left, Char const * right) noexcept
     {
@@ -257,29 +252,35 @@ public:
     friend CStringT operator+(Char left, CStringT const & right) { return Join({&left, 1}, right.View()); }
 
 private:
-    struct Block;
-
+    using Block = kr::detail::TextBlock<Char>;
     using TextView = std::basic_string_view<Char>;
 
+    template <class>
+    friend class CStringT;
+
     static TextView ViewOf(Char const * text) noexcept { return text ? TextView(text) : TextView(); }
+    static TextView ViewOf(Char const * text, int length);
     static CStringT Join(TextView left, TextView right);
-    void FormatPlain(Char const * format, ...);
-    void LoadFormat(UINT formatId) requires isWide;
+    [[noreturn]] static void RaiseInvalidArgument();
+
+    static Block * Allocate(std::size_t capacity);
+    static void Free(Block * block) noexcept;
+    void Adopt(Block * block) noexcept;
+    void Assign(TextView text);
+    void AppendView(TextView text);
+    void AppendConverted(std::basic_string_view<OtherChar> text);
+    Char * MakeWritable(int capacity);
+    Char * GrowBy(std::size_t count);
+    void SetLength(std::size_t length) noexcept;
+
+    void FormatList(Char const * format, std::initializer_list<kr::detail::FormatArgument> arguments);
+    static CStringT LoadFormat(UINT formatId) requires isWide;
     void AssignWide(wchar_t const * text) requires isWide;
 
-    Char * m_text; ///< behind the block's header
+    static kr::detail::EmptyTextBlock<Char> s_empty;
+
+    Char * m_text; ///< the units of a block, never null
 };
-
-namespace kr::detail
-{
-
-template <class Char>
-constexpr Char const * FormatArgument(CStringT<Char> const & value)
-{
-    return value.GetString();
-}
-
-} // namespace kr::detail
 
 extern template class KRPLATFORM_API CStringT<WCHAR>;
 extern template class KRPLATFORM_API CStringT<char>;

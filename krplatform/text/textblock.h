@@ -1,0 +1,49 @@
+// The storage of texts: a counted block of units that copies share until one of them is written.
+#pragma once
+
+#include <atomic>
+
+namespace kr::detail
+{
+
+/// Stands in front of a text's units. A block that is counted more than once is never written.
+template <class Char>
+struct TextBlock
+{
+    std::atomic<int> references;
+    int length;
+    int capacity; ///< units beside the terminator; 0 only in the block of all empty texts, which lasts as long as the
+                  ///< library and is neither counted nor written
+
+    static TextBlock * Of(Char * text) noexcept { return reinterpret_cast<TextBlock *>(text) - 1; }
+    static TextBlock const * Of(Char const * text) noexcept { return reinterpret_cast<TextBlock const *>(text) - 1; }
+    Char * Text() noexcept { return reinterpret_cast<Char *>(this + 1); }
+
+    void AddReference() noexcept
+    {
+        if (capacity != 0)
+            references.fetch_add(1, std::memory_order_relaxed);
+    }
+
+    /// Takes one reference off; true where it was the last one, and the block is the caller's to free.
+    [[nodiscard]] bool Release() noexcept
+    {
+        return capacity != 0 && (HasOneOwner() || references.fetch_sub(1, std::memory_order_acq_rel) == 1);
+    }
+
+    bool IsWritable() const noexcept { return capacity != 0 && HasOneOwner(); }
+
+private:
+    // whoever sees 1 holds that reference, so nobody else can add to it
+    bool HasOneOwner() const noexcept { return references.load(std::memory_order_acquire) == 1; }
+};
+
+/// The block of all empty texts with its terminator.
+template <class Char>
+struct EmptyTextBlock
+{
+    TextBlock<Char> block;
+    Char terminator;
+};
+
+} // namespace kr::detail
