@@ -1,15 +1,15 @@
-// The facts of a locale by its identifier, and the names of the user's locale: what the system's side tells the engine.
+// What the system tells the engine: the facts of a locale by its identifier, the names of the user's locale, the year.
 #pragma once
 
-#include <krplatform/base/types.h>
+#include <krplatform/base/hresult.h>
 #include <krplatform/coerce/locale_facts.h>
 
-#include <string>
+#include <string_view>
 
 namespace kr::detail
 {
 
-/// Which of the user's settings is asked for; each has a variable of the environment of its own.
+/// Which of the user's settings is asked for; each has a variable of its own in the environment.
 enum class LocaleCategory
 {
     characters, ///< LC_CTYPE
@@ -18,13 +18,20 @@ enum class LocaleCategory
     amounts     ///< LC_MONETARY
 };
 
-/// The facts of a locale: 127 is the invariant one, 1024 and 0 are the user's. Null for an identifier that names no
-/// locale, and for want of memory. The facts live as long as the process; the user's are read from the environment at
-/// each call, so that a change of it takes effect. Any thread may call.
-LocaleFacts const * FactsOfLocale(LCID locale);
+/// The facts of a locale: 127 is the invariant one; 1024, 0 and 2048 are the user's. Null for an identifier that names no
+/// locale, and when memory runs out. The facts live as long as the process; which are the user's is read from the
+/// environment at each call, so that a change of it takes effect. Any thread may call.
+LocaleFacts const * FactsOfLocale(LCID locale) noexcept;
+
+/// The same with the reason of a failure: E_INVALIDARG for an unknown identifier, E_OUTOFMEMORY.
+HRESULT FindFactsOfLocale(LCID locale, LocaleFacts const *& facts) noexcept;
 
 /// The raw name of the user's locale in that category as the environment has it, `de_DE.UTF-8@euro`: the first of
-/// LC_ALL, the category's own variable and LANG that is set and not empty; "C" where none is.
-std::string UserLocaleName(LocaleCategory category);
+/// LC_ALL, the category's own variable and LANG that is set and not empty; "C" where none is. It stands until the
+/// environment is changed, and is followed by a zero.
+std::string_view UserLocaleName(LocaleCategory category) noexcept;
+
+/// The running year in local time.
+int RunningYear() noexcept;
 
 } // namespace kr::detail
