@@ -7,12 +7,13 @@
 namespace kr::detail
 {
 
-/// Units without a counterpart of one unit (among them the micro sign, sharp s, dotless i, long s, final sigma and the
-/// title-case digraphs) stay as they are. Halves of surrogate pairs stay as well.
+/// A unit is mapped only where the way leads back to it. So the micro sign, sharp s, dotless i, long s, final sigma, the
+/// title-case digraphs, the Kelvin, Ohm and Angstrom signs and their like stay as they are, as do the halves of
+/// surrogate pairs.
 KRPLATFORM_API WCHAR UpperCase(WCHAR unit) noexcept;
 KRPLATFORM_API WCHAR LowerCase(WCHAR unit) noexcept;
 
-/// White space in the sense of the platform's runtime.
+/// White space in the sense of the platform's runtime: blank, tabulator to carriage return, and the spaces of Unicode.
 KRPLATFORM_API bool IsSpace(WCHAR unit) noexcept;
 
 } // namespace kr::detail

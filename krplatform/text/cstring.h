@@ -8,6 +8,7 @@
 
 #include <compare>
 #include <cstdarg>
+#include <cstring>
 #include <functional>
 #include <initializer_list>
 #include <iosfwd>
@@ -40,17 +41,15 @@ using CStringA = CStringT<char>;
 template <class Char>
 class KRPLATFORM_API CStringT
 {
-    static constexpr bool isWide = std::is_same_v<Char, WCHAR>;
-    using OtherChar = std::conditional_t<isWide, char, WCHAR>;
+    using OtherChar = std::conditional_t<std::is_same_v<Char, WCHAR>, char, WCHAR>;
 
 public:
     using XCHAR = Char;
-    using PXSTR = Char *;
-    using PCXSTR = Char const *;
 
     CStringT() noexcept : m_text(&s_empty.terminator) {}
     CStringT(CStringT const & other) noexcept : m_text(other.m_text) { Block::Of(m_text)->AddReference(); }
     CStringT(CStringT && other) noexcept : m_text(std::exchange(other.m_text, &s_empty.terminator)) {}
+    CStringT(std::nullptr_t) noexcept : CStringT() {}
     CStringT(Char const * text);
     /// The first `length` units of `text`; zeros inside are kept. A negative `length` raises E_INVALIDARG.
     CStringT(Char const * text, int length);
@@ -62,10 +61,10 @@ public:
     CStringT(CStringT<OtherChar> const & text);
     /// Converts a copy of `value` to text with the default locale; raises the platform's failure (`COleException *`)
     /// where that fails, as for arrays.
-    CStringT(VARIANT const & value) requires isWide;
+    CStringT(VARIANT const & value);
     /// Takes text of `wchar_t` where that is wider than a code unit; characters above U+FFFF become surrogate pairs.
     template <kr::detail::WideCharacter Wide>
-    CStringT(Wide const * text) requires isWide
+    CStringT(Wide const * text)
     {
         AssignWide(text);
     }
@@ -75,24 +74,17 @@ public:
             Free(block);
     }
 
-    CStringT & operator=(CStringT const & other) noexcept
+    CStringT & operator=(CStringT other) noexcept
     {
-        CStringT(other).swap(*this);
-        return *this;
-    }
-    CStringT & operator=(CStringT && other) noexcept
-    {
-        CStringT(std::move(other)).swap(*this);
+        swap(other);
         return *this;
     }
     CStringT & operator=(Char const * text);
-    CStringT & operator=(OtherChar const * text);
     CStringT & operator=(Char unit);
 
     /// Appending text of this object to itself is allowed.
     CStringT & operator+=(CStringT const & other);
     CStringT & operator+=(Char const * text);
-    CStringT & operator+=(OtherChar const * text);
     CStringT & operator+=(Char unit);
     void Append(Char const * text);
     void Append(Char const * text, int length);
@@ -108,13 +100,13 @@ public:
     void Empty() noexcept { CStringT().swap(*this); }
 
     /// The unit at `index`, the terminator included at `index` == length; anything else raises E_INVALIDARG.
-    Char GetAt(int index) const
+    Char GetAt(std::ptrdiff_t index) const
     {
         if (index < 0 || index > GetLength())
             RaiseInvalidArgument();
         return m_text[index];
     }
-    Char operator[](int index) const { return GetAt(index); }
+    Char operator[](std::ptrdiff_t index) const { return GetAt(index); }
     /// Replaces the unit at `index`, which must lie below the length (E_INVALIDARG).
     void SetAt(int index, Char unit);
 
@@ -149,9 +141,11 @@ public:
     int CompareNoCase(CStringT const & other) const noexcept;
     int CompareNoCase(Char const * text) const noexcept;
 
-    /// The position of the first hit at or behind `start`, or -1. Empty text is found at any start up to the length.
+    /// The position of the first hit at or behind `start`, or -1; a start below 0 counts as 0. Empty text is found at
+    /// any start up to the length.
     int Find(Char const * text, int start = 0) const noexcept;
     int Find(Char unit, int start = 0) const noexcept;
+    /// The first position of any of the given units.
     int FindOneOf(Char const * units) const noexcept;
     int ReverseFind(Char unit) const noexcept;
 
@@ -163,15 +157,16 @@ public:
     /// The longest beginning made only of, or without any of, the given units.
     CStringT SpanIncluding(Char const * units) const;
     CStringT SpanExcluding(Char const * units) const;
-    /// The next piece between any of the given units, from `start` on, which moves behind it; -1 and empty text at the
-    /// end.
+    /// The next piece between any of the given units, from `start` on, which moves behind the piece; -1 and empty text
+    /// where none is left. Pieces are never empty; a `start` below 0 is the end.
     CStringT Tokenize(Char const * units, int & start) const;
 
-    /// The number of replacements. What was put in is not searched again; an empty `oldText` changes nothing.
+    /// The number of replacements. What was put in is not searched again; an empty `oldText` changes nothing, nor does
+    /// a unit replaced by itself.
     int Replace(Char const * oldText, Char const * newText);
     int Replace(Char oldUnit, Char newUnit);
     int Remove(Char unit);
-    /// The new length. An index below 0 counts as 0, one past the end as the end.
+    /// The new length. An index below 0 counts as 0, one past the end as the end; a count below 0 deletes nothing.
     int Insert(int index, Char const * text);
     int Insert(int index, Char unit);
     int Delete(int index, int count = 1);
@@ -187,8 +182,8 @@ public:
     CStringT & TrimRight(Char unit);
     CStringT & TrimRight(Char const * units);
 
-    /// Maps each unit by itself by the simple mapping of Unicode, in all scripts, without a locale (A to Z in
-    /// `CStringA`).
+    /// Map each unit by itself by the simple mapping of Unicode, in all scripts, without a locale (A to Z in
+    /// `CStringA`); reverse the units, the halves of surrogate pairs too.
     CStringT & MakeUpper();
     CStringT & MakeLower();
     CStringT & MakeReverse();
@@ -205,7 +200,7 @@ public:
     /// The same with the format taken from a string resource of the current resource module; a missing one raises
     /// E_FAIL.
     template <class... Arguments>
-    void Format(UINT formatId, Arguments const &... arguments) requires isWide
+    void Format(UINT formatId, Arguments const &... arguments)
     {
         FormatList(LoadFormat(formatId), {kr::detail::ToFormatArgument(arguments)...});
     }
@@ -220,20 +215,20 @@ public:
 
     /// Takes the text of a string resource of the current resource module, or of `module`. False if there is none; the
     /// text then stays as it was.
-    bool LoadString(UINT id) requires isWide;
-    bool LoadString(struct HINSTANCE__ * module, UINT id) requires isWide;
+    bool LoadString(UINT id);
+    bool LoadString(struct HINSTANCE__ * module, UINT id);
 
     /// A new `BSTR` with the text, owned by the receiver. Throws `CMemoryException *` when memory runs out.
-    BSTR AllocSysString() const requires isWide;
+    BSTR AllocSysString() const;
 
     void swap(CStringT & other) noexcept { std::swap(m_text, other.m_text); }
 
     friend bool operator==(CStringT const & left, CStringT const & right) noexcept
     {
-        return left.View() == right.View();
+        std::size_t const size = left.View().size() * sizeof(Char);
+        return left.GetLength() == right.GetLength() && std::memcmp(left.m_text, right.m_text, size) == 0;
     }
     friend bool operator==(CStringT const & left, Char const * right) noexcept { return left.Compare(right) == 0; }
-    friend bool operator==(CStringT const & left, OtherChar const * right) { return left == CStringT(right); }
     friend std::strong_ordering operator<=>(CStringT const & left, CStringT const & right) noexcept
     {
         return left.Compare(right) <=> 0;
@@ -243,12 +238,10 @@ public:
         return left.Compare(right) <=> 0;
     }
 
-    friend CStringT operator+(CStringT const & left, CStringT const & right) { return Join(left.View(), right.View()); }
-    friend CStringT operator+(CStringT const & left, Char const * right) { return Join(left.View(), ViewOf(right)); }
+    friend CStringT operator+(CStringT left, CStringT const & right) { return std::move(left += right); }
+    friend CStringT operator+(CStringT left, Char const * right) { return std::move(left += right); }
+    friend CStringT operator+(CStringT left, Char right) { return std::move(left += right); }
     friend CStringT operator+(Char const * left, CStringT const & right) { return Join(ViewOf(left), right.View()); }
-    friend CStringT operator+(CStringT const & left, OtherChar const * right) { return left + CStringT(right); }
-    friend CStringT operator+(OtherChar const * left, CStringT const & right) { return CStringT(left) + right; }
-    friend CStringT operator+(CStringT const & left, Char right) { return Join(left.View(), {&right, 1}); }
     friend CStringT operator+(Char left, CStringT const & right) { return Join({&left, 1}, right.View()); }
 
 private:
@@ -272,10 +265,13 @@ private:
     Char * MakeWritable(int capacity);
     Char * GrowBy(std::size_t count);
     void SetLength(std::size_t length) noexcept;
+    CStringT Part(std::size_t first, std::size_t count) const;
+    CStringT & Keep(TextView part);
+    int InsertView(int index, TextView text);
 
     void FormatList(Char const * format, std::initializer_list<kr::detail::FormatArgument> arguments);
-    static CStringT LoadFormat(UINT formatId) requires isWide;
-    void AssignWide(wchar_t const * text) requires isWide;
+    static CStringT LoadFormat(UINT formatId);
+    void AssignWide(wchar_t const * text);
 
     static kr::detail::EmptyTextBlock<Char> s_empty;
 

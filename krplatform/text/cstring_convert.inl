@@ -19,19 +19,6 @@ CStringT<Char>::CStringT(CStringT<OtherChar> const & text) : CStringT()
 }
 
 template <class Char>
-CStringT<Char> & CStringT<Char>::operator=(OtherChar const * text)
-{
-    return *this = CStringT(text);
-}
-
-template <class Char>
-CStringT<Char> & CStringT<Char>::operator+=(OtherChar const * text)
-{
-    AppendConverted(CStringT<OtherChar>::ViewOf(text));
-    return *this;
-}
-
-template <class Char>
 void CStringT<Char>::AppendConverted(std::basic_string_view<OtherChar> text)
 {
     if (text.empty())
@@ -44,4 +31,49 @@ void CStringT<Char>::AppendConverted(std::basic_string_view<OtherChar> text)
     else
         kr::detail::Convert(text, end, count);
     SetLength(static_cast<std::size_t>(GetLength()) + count);
+}
+
+template <class Char>
+CStringT<Char>::CStringT(VARIANT const & value) : CStringT(kr::detail::TextOf(value))
+{
+}
+
+template <class Char>
+void CStringT<Char>::AssignWide(wchar_t const * text)
+{
+    *this = kr::detail::TextOf(text);
+}
+
+template <class Char>
+bool CStringT<Char>::LoadString(UINT id)
+{
+    return LoadString(AfxGetResourceHandle(), id);
+}
+
+template <class Char>
+bool CStringT<Char>::LoadString(HINSTANCE module, UINT id)
+{
+    kr::detail::TextView const text = kr::detail::ResourceText(module, id);
+    if (!text.empty())
+        *this = CStringT(text.data(), static_cast<int>(text.size()));
+    return !text.empty();
+}
+
+template <class Char>
+CStringT<Char> CStringT<Char>::LoadFormat(UINT formatId)
+{
+    CStringT format;
+    if (!format.LoadString(formatId))
+        AtlThrow(E_FAIL);
+    return format;
+}
+
+template <class Char>
+BSTR CStringT<Char>::AllocSysString() const
+{
+    CString const & text = *this;
+    BSTR const copy = SysAllocStringLen(text, static_cast<UINT>(text.GetLength()));
+    if (!copy)
+        AfxThrowMemoryException();
+    return copy;
 }

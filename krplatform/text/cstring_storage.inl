@@ -69,9 +69,10 @@ Char * CStringT<Char>::GrowBy(std::size_t count)
     Block const * const block = Block::Of(m_text);
     std::size_t const length = static_cast<std::size_t>(block->length);
     std::size_t const needed = length + count;
-    if (!block->IsWritable() || needed > static_cast<std::size_t>(block->capacity))
+    bool const isWritable = block->IsWritable();
+    if (!isWritable || needed > static_cast<std::size_t>(block->capacity))
     {
-        Block * const grown = Allocate(std::max(needed, length + length / 2));
+        Block * const grown = Allocate(std::max(needed, isWritable ? length + length / 2 : 0));
         kr::detail::CopyUnits(grown->Text(), m_text, length + 1);
         grown->length = block->length;
         Adopt(grown);
@@ -108,6 +109,15 @@ void CStringT<Char>::Assign(TextView text)
     }
 }
 
+/// Makes the text a part of itself.
+template <class Char>
+CStringT<Char> & CStringT<Char>::Keep(TextView part)
+{
+    if (part.size() != View().size())
+        Assign(part);
+    return *this;
+}
+
 /// `text` may lie inside this text, so the old block is given up last.
 template <class Char>
 void CStringT<Char>::AppendView(TextView text)
@@ -117,11 +127,12 @@ void CStringT<Char>::AppendView(TextView text)
     Block const * const block = Block::Of(m_text);
     std::size_t const length = static_cast<std::size_t>(block->length);
     std::size_t const newLength = length + text.size();
-    if (block->IsWritable() && newLength <= static_cast<std::size_t>(block->capacity))
+    bool const isWritable = block->IsWritable();
+    if (isWritable && newLength <= static_cast<std::size_t>(block->capacity))
         kr::detail::MoveUnits(m_text + length, text.data(), text.size());
     else
     {
-        Block * const grown = Allocate(std::max(newLength, length + length / 2));
+        Block * const grown = Allocate(std::max(newLength, isWritable ? length + length / 2 : 0));
         kr::detail::CopyUnits(grown->Text(), m_text, length);
         kr::detail::CopyUnits(grown->Text() + length, text.data(), text.size());
         Adopt(grown);
