@@ -104,17 +104,18 @@ static_assert(sizeof(VARIANT) == 16);
 
 using VARIANTARG = VARIANT;
 
-/// Makes the variant empty without reading what it held.
+/// Makes the variant empty without reading what it held. Null is ignored.
 KRPLATFORM_API void VariantInit(VARIANT * variant);
 KRPLATFORM_API void AfxVariantInit(VARIANT * variant);
 
 /// Releases what the variant owns and leaves VT_EMPTY; a second call has no effect. A locked array stays
-/// (DISP_E_ARRAYISLOCKED), an unknown tag too (DISP_E_BADVARTYPE). The bytes of a VT_BLOB are plain bits and are not
-/// freed.
+/// (DISP_E_ARRAYISLOCKED), a reference (VT_BYREF) or an unknown tag too (DISP_E_BADVARTYPE). Deliberate: a VT_BLOB and
+/// a lone VT_VARIANT are plain bits, and what they point at is not freed. E_INVALIDARG for null.
 KRPLATFORM_API HRESULT VariantClear(VARIANT * variant);
 
 /// Makes `destination` a deep copy: text and arrays are copied, references counted. `destination` is cleared first,
-/// unless the source cannot be copied; then it stays as it was. A null text becomes an empty one.
+/// unless the source cannot be copied (DISP_E_BADVARTYPE, E_OUTOFMEMORY) or `destination` cannot be cleared; then it
+/// stays as it was. A text variant without text becomes an empty text. A copy onto itself changes nothing.
 KRPLATFORM_API HRESULT VariantCopy(VARIANT * destination, VARIANT const * source);
 
 /// Converts `source` to `target` under the default locale, or `locale`. `destination` may be the source; after a
@@ -123,6 +124,20 @@ KRPLATFORM_API HRESULT VariantChangeType(VARIANT * destination, VARIANT const * 
 KRPLATFORM_API HRESULT VariantChangeTypeEx(VARIANT * destination, VARIANT const * source, LCID locale, USHORT flags,
                                            VARTYPE target);
 
-/// The platform's comparison: equal tags and equal values, text by exact content, arrays element by element, references
-/// by pointer. It serves every class derived from `VARIANT`.
-KRPLATFORM_API bool operator==(VARIANT const & left, VARIANT const & right);
+namespace kr::detail
+{
+
+/// Compares the values of two variants of the same tag.
+KRPLATFORM_API bool HasEqualValue(VARIANT const & left, VARIANT const & right) noexcept;
+
+} // namespace kr::detail
+
+/// The platform's comparison: equal tags and equal values. It serves every class derived from `VARIANT`.
+///
+/// Text compares by exact content, zeros inside included; no text is empty text. Numbers compare as numbers, so 0.0
+/// equals -0.0 and a not-a-number nothing. Arrays are equal if element type, bounds and all elements are. References
+/// to objects compare by pointer, every other tag by its eight value bytes.
+inline bool operator==(VARIANT const & left, VARIANT const & right) noexcept
+{
+    return left.vt == right.vt && kr::detail::HasEqualValue(left, right);
+}

@@ -3,6 +3,7 @@
 
 #include <krplatform/base/wchar.h>
 
+#include <concepts>
 #include <cstdint>
 
 using BYTE = std::uint8_t;
@@ -23,6 +24,15 @@ using SCODE = LONG;
 using LCID = DWORD;
 using DISPID = LONG;
 using VARTYPE = std::uint16_t;
+
+namespace kr::detail
+{
+
+/// `long` on the systems where it is another type than `LONG`; numbers of it are cut to 32 bits where they are stored.
+template <class T>
+concept OtherLong = std::same_as<T, long> && !std::same_as<long, LONG>;
+
+} // namespace kr::detail
 
 /// 16-bit truth value of automation: `VARIANT_TRUE` has all bits set.
 using VARIANT_BOOL = std::int16_t;
