@@ -4,14 +4,19 @@
 #include <krplatform/automation/unknown.h>
 #include <krplatform/export.h>
 
+#include <cstddef>
 #include <utility>
 
-/// Throws the `_com_error` of a failed result; see com_error.h.
+/// Throws `_com_error(result)`; see com_error.h.
 [[noreturn]] KRPLATFORM_API void _com_issue_error(HRESULT result);
 
-/// Holds one reference of an interface. Copy adds one, destruction releases one. Asking for an interface that an object
-/// does not have gives null for E_NOINTERFACE and throws `_com_error` for other failures; using a null pointer throws
-/// `_com_error` of E_POINTER.
+/// Holds one reference of an interface. Copy adds one, destruction releases one. Using a null pointer throws
+/// `_com_error` of E_POINTER. Comparison is that of the plain pointers.
+///
+///     IDispatchPtr pointer(object);            adds a reference
+///     IDispatchPtr taken(object, false);       takes over the caller's
+///     IUnknownPtr identity;
+///     identity.QueryFrom(pointer);             -> S_OK, or E_NOINTERFACE and null
 template <class Interface>
 class _com_ptr_t
 {
@@ -30,7 +35,11 @@ public:
     }
     _com_ptr_t(_com_ptr_t const & other) noexcept : m_pointer(other.m_pointer) { AddReference(); }
     _com_ptr_t(_com_ptr_t && other) noexcept : m_pointer(std::exchange(other.m_pointer, nullptr)) {}
-    ~_com_ptr_t() { ReleaseReference(); }
+    ~_com_ptr_t()
+    {
+        if (m_pointer)
+            m_pointer->Release();
+    }
 
     _com_ptr_t & operator=(Interface * pointer) noexcept
     {
@@ -53,9 +62,12 @@ public:
         return *this;
     }
 
-    /// Makes this a pointer to the interface of `object`, or null where it has none.
+    /// Makes this a pointer to the interface of `object`, or null where it has none or is null (E_NOINTERFACE). Any
+    /// other failure of the object leaves null and is thrown as `_com_error`.
     HRESULT QueryFrom(IUnknown * object)
     {
+        static_assert(kr::detail::interfaceId<Interface> != GUID{},
+                      "the interface needs an identifier: specialise kr::detail::interfaceId");
         void * found = nullptr;
         HRESULT const result =
             object ? object->QueryInterface(kr::detail::interfaceId<Interface>, &found) : E_NOINTERFACE;
@@ -78,20 +90,16 @@ public:
     /// The address of the emptied pointer, for a function that hands out an interface.
     Interface ** operator&() noexcept
     {
-        ReleaseReference();
-        m_pointer = nullptr;
+        Release();
         return &m_pointer;
     }
 
     /// Takes over a reference of the caller.
-    void Attach(Interface * pointer) noexcept
-    {
-        ReleaseReference();
-        m_pointer = pointer;
-    }
+    void Attach(Interface * pointer) noexcept { _com_ptr_t(pointer, false).Swap(*this); }
     /// Hands the reference to the caller.
     Interface * Detach() noexcept { return std::exchange(m_pointer, nullptr); }
-    void Release() { Attach(nullptr); }
+    /// Leaves null. `pointer->Release()` would be the object's own.
+    void Release() noexcept { Attach(nullptr); }
     void Swap(_com_ptr_t & other) noexcept { std::swap(m_pointer, other.m_pointer); }
 
 private:
@@ -99,11 +107,6 @@ private:
     {
         if (m_pointer)
             m_pointer->AddRef();
-    }
-    void ReleaseReference() noexcept
-    {
-        if (m_pointer)
-            m_pointer->Release();
     }
 
     Interface * m_pointer = nullptr;
