@@ -3,12 +3,13 @@
 #include <krplatform/system/systemmessage.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <new>
 
 namespace
 {
 
-constexpr UINT maximumMessage = 512;
+constexpr UINT maximumMessage = 2048;
 
 BOOL CopyMessage(kr::detail::TextView message, WCHAR * text, UINT size, UINT * helpContext)
 {
@@ -62,8 +63,10 @@ BOOL COleException::GetErrorMessage(WCHAR * text, UINT size, UINT * helpContext)
 
 void AfxThrowMemoryException()
 {
-    static CMemoryException exception(false);
-    throw &exception;
+    // Never destroyed, so that memory may run out while other statics end.
+    alignas(CMemoryException) static std::byte memory[sizeof(CMemoryException)];
+    static CMemoryException * const exception = new (memory) CMemoryException(false);
+    throw exception;
 }
 
 void AfxThrowOleException(SCODE result)

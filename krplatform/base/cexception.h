@@ -41,7 +41,7 @@ class KRPLATFORM_API COleException : public CException
 {
 public:
     COleException();
-    /// The system's message for `m_sc`.
+    /// The system's message for `m_sc`, with its line end.
     BOOL GetErrorMessage(WCHAR * text, UINT size, UINT * helpContext = nullptr) const override;
 
     SCODE m_sc;
