@@ -1,5 +1,6 @@
 // Everything that KrCore offers.
 #pragma once
 
+#include <krcore/graphics/krcolor.h>
 #include <krgeom/krgeom.h>
 #include <krplatform/krplatform.h>
