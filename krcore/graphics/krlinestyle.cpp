@@ -1,0 +1,64 @@
+#include <krcore/graphics/krstyles.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace
+{
+
+constexpr double hundredthsPerMillimetre = 100.0;
+constexpr double equalWidths = 1e-8;
+
+// clang-format off
+/// The line weights of AutoCAD in hundredths of a millimetre.
+constexpr std::array lineWeights = {
+      0,   5,   9,  13,  15,  18,  20,  25,
+     30,  35,  40,  50,  53,  60,  70,  80,
+     90, 100, 106, 120, 140, 158, 200, 211,
+};
+// clang-format on
+static_assert(lineWeights.size() == 24 && std::ranges::is_sorted(lineWeights));
+
+int WeightOfWidth(double width)
+{
+    double const hundredths = std::trunc(width * hundredthsPerMillimetre);
+    for (int const weight : lineWeights)
+        if (!(weight < hundredths))
+            return weight;
+    return lineWeights.back();
+}
+
+CString NameOrContinuous(CString const & name) { return name.IsEmpty() ? CString(OLESTR("CONTINUOUS")) : name; }
+
+} // namespace
+
+CKrLineStyle::CKrLineStyle(CString const & name, int weight) noexcept : m_name(name), m_lineWeight(weight) {}
+
+CKrLineStyle::CKrLineStyle(CString const & name, double width) noexcept : m_name(name), m_lineWidth(width) {}
+
+CKrLineStyle::~CKrLineStyle() = default;
+
+CKrLineStyle CKrLineStyle::AcadLineStyle() { return AcadLineStyle(0, CString()); }
+
+CKrLineStyle CKrLineStyle::AcadLineStyle(int weight, CString const & name)
+{
+    CKrLineStyle style(NameOrContinuous(name), weight);
+    if (weight > 0)
+        style.SetLineWidth(weight / hundredthsPerMillimetre);
+    return style;
+}
+
+CKrLineStyle CKrLineStyle::AcadLineStyle(double width, CString const & name)
+{
+    CKrLineStyle style(NameOrContinuous(name), width);
+    style.SetLineWeight(WeightOfWidth(width));
+    return style;
+}
+
+bool CKrLineStyle::operator==(CKrLineStyle const & other) const noexcept
+{
+    return this == &other ||
+           (m_name.CompareNoCase(other.m_name) == 0 && std::abs(m_lineWidth - other.m_lineWidth) < equalWidths &&
+            m_lineWeight == other.m_lineWeight);
+}
