@@ -3,6 +3,8 @@
 #include <krplatform/automation/safearray_elements.h>
 #include <krplatform/text/bstr.h>
 
+#include <utility>
+
 using namespace kr::detail;
 
 namespace
@@ -31,28 +33,50 @@ Content ContentOf(VARTYPE tag)
 
 IUnknown * ReferenceOf(VARIANT const & value) { return value.vt == VT_DISPATCH ? value.pdispVal : value.punkVal; }
 
-void ReleaseReference(VARIANT const & value)
+// Makes the value bytes of `copy` a content of its own, equal to that of `source`. Single fields are written and read
+// here and below: a whole variant that is read just after one of its fields was written waits for the memory.
+HRESULT CopyContent(VARIANT const & source, VARIANT & copy)
 {
-    if (IUnknown * const object = ReferenceOf(value))
-        object->Release();
-}
-
-// Gives a bitwise copy a content of its own.
-HRESULT OwnContent(VARIANT & copy)
-{
-    switch (ContentOf(copy.vt))
+    switch (ContentOf(source.vt))
     {
     case Content::plain:
+        copy.llVal = source.llVal;
         return S_OK;
     case Content::text:
-        copy.bstrVal = CopyText(copy.bstrVal);
+        copy.bstrVal = CopyText(source.bstrVal);
         return copy.bstrVal ? S_OK : E_OUTOFMEMORY;
     case Content::reference:
-        if (IUnknown * const object = ReferenceOf(copy))
+        copy.llVal = source.llVal;
+        if (IUnknown * const object = ReferenceOf(source))
             object->AddRef();
         return S_OK;
     case Content::array:
-        return SafeArrayCopy(copy.parray, &copy.parray);
+        return SafeArrayCopy(source.parray, &copy.parray);
+    case Content::unknown:
+        break;
+    }
+    return DISP_E_BADVARTYPE;
+}
+
+// The value is empty before anything is released: an object that ends may come back to it.
+HRESULT ClearValue(VARIANT & value)
+{
+    switch (ContentOf(value.vt))
+    {
+    case Content::plain:
+        value = VARIANT{};
+        return S_OK;
+    case Content::text:
+        SysFreeString(std::exchange(value, VARIANT{}).bstrVal);
+        return S_OK;
+    case Content::reference:
+        if (IUnknown * const object = ReferenceOf(std::exchange(value, VARIANT{})))
+            object->Release();
+        return S_OK;
+    case Content::array:
+        if (value.parray && value.parray->cLocks)
+            return DISP_E_ARRAYISLOCKED;
+        return SafeArrayDestroy(std::exchange(value, VARIANT{}).parray);
     case Content::unknown:
         break;
     }
@@ -69,27 +93,7 @@ void VariantInit(VARIANT * variant)
 
 void AfxVariantInit(VARIANT * variant) { VariantInit(variant); }
 
-HRESULT VariantClear(VARIANT * variant)
-{
-    if (!variant)
-        return E_INVALIDARG;
-    Content const content = ContentOf(variant->vt);
-    if (content == Content::unknown)
-        return DISP_E_BADVARTYPE;
-    if (content == Content::array && variant->parray && variant->parray->cLocks)
-        return DISP_E_ARRAYISLOCKED;
-
-    // The variant is empty before anything is released: an object that ends may come back to it.
-    VARIANT const old = *variant;
-    *variant = VARIANT{};
-    if (content == Content::text)
-        SysFreeString(old.bstrVal);
-    else if (content == Content::reference)
-        ReleaseReference(old);
-    else if (content == Content::array)
-        SafeArrayDestroy(old.parray);
-    return S_OK;
-}
+HRESULT VariantClear(VARIANT * variant) { return variant ? ClearValue(*variant) : E_INVALIDARG; }
 
 HRESULT VariantCopy(VARIANT * destination, VARIANT const * source)
 {
@@ -98,16 +102,20 @@ HRESULT VariantCopy(VARIANT * destination, VARIANT const * source)
     if (destination == source)
         return ContentOf(source->vt) == Content::unknown ? DISP_E_BADVARTYPE : S_OK;
 
-    VARIANT copy = *source;
-    HRESULT result = OwnContent(copy);
+    VARIANT copy;
+    copy.vt = source->vt;
+    HRESULT result = CopyContent(*source, copy);
     if (FAILED(result))
         return result;
-    result = VariantClear(destination);
+    result = ClearValue(*destination);
     if (FAILED(result))
-        VariantClear(&copy);
-    else
-        *destination = copy;
-    return result;
+    {
+        ClearValue(copy);
+        return result;
+    }
+    destination->vt = copy.vt;
+    destination->llVal = copy.llVal;
+    return S_OK;
 }
 
 bool kr::detail::HasEqualValue(VARIANT const & left, VARIANT const & right) noexcept

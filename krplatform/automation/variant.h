@@ -139,5 +139,19 @@ KRPLATFORM_API bool HasEqualValue(VARIANT const & left, VARIANT const & right) n
 /// to objects compare by pointer, every other tag by its eight value bytes.
 inline bool operator==(VARIANT const & left, VARIANT const & right) noexcept
 {
-    return left.vt == right.vt && kr::detail::HasEqualValue(left, right);
+    if (left.vt != right.vt)
+        return false;
+    switch (left.vt) // the commonest tags without a call
+    {
+    case VT_I4:
+        return left.lVal == right.lVal;
+    case VT_R8:
+    case VT_DATE:
+        return left.dblVal == right.dblVal;
+    case VT_I2:
+    case VT_BOOL:
+        return left.iVal == right.iVal;
+    default:
+        return kr::detail::HasEqualValue(left, right);
+    }
 }
