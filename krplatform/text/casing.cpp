@@ -37,7 +37,7 @@ WCHAR UpperCase(WCHAR unit) noexcept { return UpperCaseMap()(unit); }
 
 WCHAR LowerCase(WCHAR unit) noexcept { return LowerCaseMap()(unit); }
 
-bool IsSpace(WCHAR unit) noexcept
+bool IsSpaceBeyondAscii(WCHAR unit) noexcept
 {
     struct Range
     {
@@ -46,12 +46,9 @@ bool IsSpace(WCHAR unit) noexcept
     };
     // clang-format off
     constexpr Range spaces[] = {            // the property White_Space of Unicode
-        { 0x0009, 0x000D }, { 0x0020, 0x0020 }, { 0x0085, 0x0085 }, { 0x00A0, 0x00A0 }, { 0x1680, 0x1680 },
-        { 0x2000, 0x200A }, { 0x2028, 0x2029 }, { 0x202F, 0x202F }, { 0x205F, 0x205F }, { 0x3000, 0x3000 },
+        { 0x0085, 0x0085 }, { 0x00A0, 0x00A0 }, { 0x1680, 0x1680 }, { 0x2000, 0x200A }, { 0x2028, 0x2029 }, { 0x202F, 0x202F }, { 0x205F, 0x205F }, { 0x3000, 0x3000 },
     };
     // clang-format on
-    if (unit < 0x80)
-        return unit == 0x20 || (unit >= 0x09 && unit <= 0x0D);
     return std::any_of(std::begin(spaces), std::end(spaces),
                        [unit](Range const & range) { return unit >= range.first && unit <= range.last; });
 }

@@ -14,6 +14,10 @@ KRPLATFORM_API WCHAR UpperCase(WCHAR unit) noexcept;
 KRPLATFORM_API WCHAR LowerCase(WCHAR unit) noexcept;
 
 /// White space in the sense of the platform's runtime: blank, tabulator to carriage return, and the spaces of Unicode.
-KRPLATFORM_API bool IsSpace(WCHAR unit) noexcept;
+KRPLATFORM_API bool IsSpaceBeyondAscii(WCHAR unit) noexcept;
+inline bool IsSpace(WCHAR unit) noexcept
+{
+    return unit < 0x80 ? unit == ' ' || (unit >= '\t' && unit <= '\r') : IsSpaceBeyondAscii(unit);
+}
 
 } // namespace kr::detail

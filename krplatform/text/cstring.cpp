@@ -2,6 +2,7 @@
 #include <krplatform/base/cexception.h>
 #include <krplatform/text/bstr.h>
 #include <krplatform/text/cstring.h>
+#include <krplatform/text/format.h>
 #include <krplatform/text/textsearch.h>
 #include <krplatform/text/textsources.h>
 #include <krplatform/text/textunits.h>
@@ -13,6 +14,7 @@
 #include "krplatform/text/cstring_compare.inl"
 #include "krplatform/text/cstring_convert.inl"
 #include "krplatform/text/cstring_edit.inl"
+#include "krplatform/text/cstring_format.inl"
 #include "krplatform/text/cstring_search.inl"
 #include "krplatform/text/cstring_storage.inl"
 #include "krplatform/text/cstring_trim.inl"

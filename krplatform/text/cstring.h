@@ -64,14 +64,13 @@ public:
     CStringT(VARIANT const & value);
     /// Takes text of `wchar_t` where that is wider than a code unit; characters above U+FFFF become surrogate pairs.
     template <kr::detail::WideCharacter Wide>
-    CStringT(Wide const * text)
+    CStringT(Wide const * text) : CStringT(FromWide(text))
     {
-        AssignWide(text);
     }
     ~CStringT()
     {
         if (Block * const block = Block::Of(m_text); block->Release())
-            Free(block);
+            kr::detail::FreeTextBlock(block);
     }
 
     CStringT & operator=(CStringT other) noexcept
@@ -257,7 +256,6 @@ private:
     [[noreturn]] static void RaiseInvalidArgument();
 
     static Block * Allocate(std::size_t capacity);
-    static void Free(Block * block) noexcept;
     void Adopt(Block * block) noexcept;
     void Assign(TextView text);
     void AppendView(TextView text);
@@ -271,7 +269,7 @@ private:
 
     void FormatList(Char const * format, std::initializer_list<kr::detail::FormatArgument> arguments);
     static CStringT LoadFormat(UINT formatId);
-    void AssignWide(wchar_t const * text);
+    static CStringT FromWide(wchar_t const * text);
 
     static kr::detail::EmptyTextBlock<Char> s_empty;
 

@@ -39,15 +39,15 @@ CStringT<Char>::CStringT(VARIANT const & value) : CStringT(kr::detail::TextOf(va
 }
 
 template <class Char>
-void CStringT<Char>::AssignWide(wchar_t const * text)
+CStringT<Char> CStringT<Char>::FromWide(wchar_t const * text)
 {
-    *this = kr::detail::TextOf(text);
+    return kr::detail::TextOf(text);
 }
 
 template <class Char>
 bool CStringT<Char>::LoadString(UINT id)
 {
-    return LoadString(AfxGetResourceHandle(), id);
+    return LoadString(AfxFindStringResourceHandle(id), id);
 }
 
 template <class Char>

@@ -32,19 +32,13 @@ auto CStringT<Char>::Allocate(std::size_t capacity) -> Block *
     return new (memory) Block{{1}, 0, static_cast<int>((size - sizeof(Block)) / sizeof(Char) - 1)};
 }
 
-template <class Char>
-void CStringT<Char>::Free(Block * block) noexcept
-{
-    ::operator delete(block);
-}
-
 /// Takes over a block in place of the present one.
 template <class Char>
 void CStringT<Char>::Adopt(Block * block) noexcept
 {
     Block * const old = Block::Of(std::exchange(m_text, block->Text()));
     if (old->Release())
-        Free(old);
+        kr::detail::FreeTextBlock(old);
 }
 
 /// Storage of its own for `capacity` units. The text stays, cut where that is less.

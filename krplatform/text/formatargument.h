@@ -37,6 +37,8 @@ struct FormatArgument
     constexpr FormatArgument(void const * value) : kind(Kind::OtherPointer), pointer(value) {}
     constexpr FormatArgument(std::nullptr_t) : kind(Kind::OtherPointer), pointer(nullptr) {}
 
+    constexpr bool IsInteger() const { return kind == Kind::Integer || kind == Kind::LongInteger; }
+
     Kind kind;
     unsigned char unitSize = 0; ///< of a text, in bytes
     union

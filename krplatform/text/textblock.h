@@ -1,6 +1,8 @@
 // The storage of texts: a counted block of units that copies share until one of them is written.
 #pragma once
 
+#include <krplatform/export.h>
+
 #include <atomic>
 
 namespace kr::detail
@@ -37,6 +39,9 @@ private:
     // whoever sees 1 holds that reference, so nobody else can add to it
     bool HasOneOwner() const noexcept { return references.load(std::memory_order_acquire) == 1; }
 };
+
+/// Frees the memory of a block that has no owner any more.
+KRPLATFORM_API void FreeTextBlock(void * block) noexcept;
 
 /// The block of all empty texts with its terminator.
 template <class Char>
