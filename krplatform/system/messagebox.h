@@ -24,9 +24,9 @@ constexpr int IDNO     = 7;
 /// Shows a box and returns the answer.
 using AfxMessageBoxHandler = int (*)(WCHAR const * text, unsigned int style, unsigned int helpContext);
 
-/// Installs a handler and returns the one before it. Null brings back the handler at start, which writes the text and a
-/// line end to standard error and answers `IDOK`.
+/// Installs a handler and returns the one before it. Null brings back the handler at start, which on Linux writes the
+/// text as UTF-8 and a line end to standard error, needs no memory for it, and answers `IDOK`.
 KRPLATFORM_API AfxMessageBoxHandler AfxSetMessageBoxHandler(AfxMessageBoxHandler handler);
 
-/// Hands the text to the handler and returns its answer. A null text is empty.
+/// Hands the text to the handler and returns its answer. A null text is empty text.
 KRPLATFORM_API int AfxMessageBox(WCHAR const * text, UINT style = MB_OK, UINT helpContext = 0);
