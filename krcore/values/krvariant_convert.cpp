@@ -1,0 +1,47 @@
+// Conversion in place: two rules of the library before the platform's own.
+#include <krcore/values/krvariant.h>
+
+CKrVariant & CKrVariant::ConvertType(EType type)
+{
+    if (int const target = SwapType(type); target != VT_EMPTY)
+        ConvertTypeImpl(target, this);
+    return *this;
+}
+
+CKrVariant & CKrVariant::ConvertTypeLocale(EType type)
+{
+    if (int const target = SwapType(type); target != VT_EMPTY)
+        ConvertTypeLocaleImpl(target, this);
+    return *this;
+}
+
+// A truth value is converted by way of the number 1 or 0, so that true is never minus one.
+CKrVariant CKrVariant::NumberOfBool(CKrVariant const & source) noexcept
+{
+    return CKrVariant(static_cast<short>(source.boolVal == VARIANT_TRUE ? 1 : 0));
+}
+
+bool CKrVariant::ConvertTypeImpl(int target, CKrVariant const * source)
+{
+    return ConvertUnder(LOCALE_INVARIANT, target, source ? *source : *this);
+}
+
+bool CKrVariant::ConvertTypeLocaleImpl(int target, CKrVariant const * source)
+{
+    return ConvertUnder(LOCALE_USER_DEFAULT, target, source ? *source : *this);
+}
+
+bool CKrVariant::ConvertUnder(LCID locale, int target, CKrVariant const & source)
+{
+    if (&source == this && vt == target)
+        return true;
+    if (source.vt == VT_BOOL)
+        return ConvertUnder(locale, target, NumberOfBool(source));
+    // Deliberate: the date is that of this value, which for all callers is the source.
+    if (locale == LOCALE_INVARIANT && source.vt == VT_DATE && target == VT_BSTR)
+        COleVariant::operator=(InvariantTextOf(date));
+    else if (FAILED(VariantChangeTypeEx(this, &source, locale, 0, static_cast<VARTYPE>(target))))
+        return false;
+    m_type = SwapType(vt);
+    return true;
+}
