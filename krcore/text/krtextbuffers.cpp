@@ -1,0 +1,268 @@
+#include <krcore/text/krtextbuffers.h>
+
+#include <krplatform/base/cexception.h>
+
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+namespace
+{
+
+using kr::detail::TextView;
+
+unsigned int LengthOf(char const * text) { return text ? static_cast<unsigned int>(std::strlen(text)) : 0; }
+
+unsigned int LengthOf(WCHAR const * text) { return text ? static_cast<unsigned int>(TextView(text).size()) : 0; }
+
+unsigned int BytesOf(unsigned int characters)
+{
+    if (characters > std::numeric_limits<unsigned int>::max() / sizeof(WCHAR))
+        AfxThrowMemoryException();
+    return characters * static_cast<unsigned int>(sizeof(WCHAR));
+}
+
+unsigned char const * AsBytes(void const * text) { return static_cast<unsigned char const *>(text); }
+
+// The length of the text at `offset` of a block, in bytes, at the most to the end of the block.
+template <class Char>
+unsigned int MeasureFrom(unsigned char const * storage, unsigned int offset, unsigned int size)
+{
+    unsigned int length = 0;
+    for (Char character; offset + length + sizeof(Char) <= size; length += static_cast<unsigned int>(sizeof(Char)))
+    {
+        std::memcpy(&character, storage + offset + length, sizeof(Char));
+        if (character == 0)
+            break;
+    }
+    return length;
+}
+
+} // namespace
+
+CKrCharBuffer::CKrCharBuffer(char const * text) : CKrCharBuffer(text, LengthOf(text)) {}
+
+CKrCharBuffer::CKrCharBuffer(char const * text, unsigned int length)
+{
+    SetBuffer(AsBytes(text), length, length + 1);
+    Terminate();
+}
+
+CKrCharBuffer::CKrCharBuffer(WCHAR const * text) : CKrCharBuffer(text, LengthOf(text)) {}
+
+CKrCharBuffer::CKrCharBuffer(WCHAR const * text, unsigned int length)
+{
+    SetBuffer(AsBytes(text), BytesOf(length), BytesOf(length) + 1);
+    Terminate();
+}
+
+CKrCharBuffer::CKrCharBuffer(CKrWcharBuffer const & other)
+{
+    SetBuffer(AsBytes(other.Get()), other.BufLength(), other.BufLength() + 1);
+    Terminate();
+}
+
+CKrCharBuffer & CKrCharBuffer::operator=(char const * text)
+{
+    if (!Get())
+    {
+        CKrCharBuffer made(text);
+        Move(made);
+        return *this;
+    }
+    Clear();
+    AddString(text);
+    return *this;
+}
+
+CKrCharBuffer & CKrCharBuffer::operator=(WCHAR const * text)
+{
+    if (!Get())
+    {
+        CKrCharBuffer made(text);
+        Move(made);
+        return *this;
+    }
+    Clear();
+    AddString(text);
+    return *this;
+}
+
+int CKrCharBuffer::TrailingBytes() const { return 1; }
+
+void CKrCharBuffer::AddString(char character) { AddString(&character, 1); }
+
+void CKrCharBuffer::AddString(WCHAR character) { AddString(&character, 1); }
+
+void CKrCharBuffer::AddString(char const * text)
+{
+    if (text)
+        AddString(text, LengthOf(text));
+}
+
+void CKrCharBuffer::AddString(WCHAR const * text)
+{
+    if (text)
+        AddString(text, LengthOf(text));
+}
+
+void CKrCharBuffer::AddString(char const * text, unsigned int length)
+{
+    if (text && length > 0)
+        AppendBytes(text, length);
+    TerminateBlock();
+}
+
+void CKrCharBuffer::AddString(WCHAR const * text, unsigned int length)
+{
+    if (text && length > 0)
+        AppendBytes(text, BytesOf(length));
+    TerminateBlock();
+}
+
+void CKrCharBuffer::AddString(CKrCharBuffer const & other) { AddString(other.Get(), other.Length()); }
+
+void CKrCharBuffer::AddString(CKrWcharBuffer const & other)
+{
+    AddString(reinterpret_cast<char const *>(other.Get()), other.Length());
+}
+
+void CKrCharBuffer::Attach(char * block, unsigned int length)
+{
+    CKrRawBuffer::Attach(reinterpret_cast<unsigned char *>(block), length, length + 1);
+    if (block)
+        Terminate();
+}
+
+void CKrCharBuffer::SetLength()
+{
+    if (Get())
+        SetContent(MeasureFrom<char>(CKrRawBuffer::Get(), 0, BufSize()));
+}
+
+void CKrCharBuffer::Adjust()
+{
+    if (BufLength() > 0)
+        SetContent(BufLength() + MeasureFrom<char>(CKrRawBuffer::Get(), BufLength(), BufSize()));
+}
+
+CKrCharBuffer::operator CStringA() const
+{
+    return BufLength() > 0 ? CStringA(Get(), static_cast<int>(BufLength())) : CStringA();
+}
+
+CKrWcharBuffer::CKrWcharBuffer(unsigned int length) : CKrByteBuffer(BytesOf(length)) {}
+
+CKrWcharBuffer::CKrWcharBuffer(char const * text) : CKrWcharBuffer(text, LengthOf(text)) {}
+
+CKrWcharBuffer::CKrWcharBuffer(char const * text, unsigned int length) { AddString(text, length); }
+
+CKrWcharBuffer::CKrWcharBuffer(WCHAR const * text) : CKrWcharBuffer(text, LengthOf(text)) {}
+
+CKrWcharBuffer::CKrWcharBuffer(WCHAR const * text, unsigned int length)
+{
+    SetBuffer(AsBytes(text), BytesOf(length), BytesOf(length) + 2);
+    Terminate();
+}
+
+CKrWcharBuffer & CKrWcharBuffer::operator=(char const * text)
+{
+    if (!Get())
+    {
+        CKrWcharBuffer made(text);
+        Move(made);
+        return *this;
+    }
+    Clear();
+    AddString(text);
+    return *this;
+}
+
+CKrWcharBuffer & CKrWcharBuffer::operator=(WCHAR const * text)
+{
+    if (!Get())
+    {
+        CKrWcharBuffer made(text);
+        Move(made);
+        return *this;
+    }
+    Clear();
+    AddString(text);
+    return *this;
+}
+
+int CKrWcharBuffer::TrailingBytes() const { return 2; }
+
+void CKrWcharBuffer::Expand(unsigned int count) { CKrByteBuffer::Expand(BytesOf(count)); }
+
+void CKrWcharBuffer::SetLength(unsigned int length)
+{
+    if (std::uint64_t{length} * sizeof(WCHAR) < BufSize())
+        SetContent(BytesOf(length));
+}
+
+void CKrWcharBuffer::AddString(char character) { AddString(&character, 1); }
+
+void CKrWcharBuffer::AddString(WCHAR character) { AddString(&character, 1); }
+
+void CKrWcharBuffer::AddString(char const * text)
+{
+    if (text)
+        AddString(text, LengthOf(text));
+}
+
+void CKrWcharBuffer::AddString(WCHAR const * text)
+{
+    if (text)
+        AddString(text, LengthOf(text));
+}
+
+void CKrWcharBuffer::AddString(char const * text, unsigned int length)
+{
+    if (!text || length == 0)
+        return;
+    unsigned int const start = BufLength();
+    unsigned char const * const source = ExpandBeside(text, BytesOf(length));
+    unsigned char * const storage = CKrRawBuffer::Get();
+    for (unsigned int index = 0; index < length; ++index)
+        storage[start + index * sizeof(WCHAR)] = source[index];
+    SetContent(start + BytesOf(length));
+    Terminate();
+}
+
+void CKrWcharBuffer::AddString(WCHAR const * text, unsigned int length)
+{
+    if (text && length > 0)
+        AppendBytes(text, BytesOf(length));
+    TerminateBlock();
+}
+
+void CKrWcharBuffer::AddString(CKrWcharBuffer const & other)
+{
+    if (other.BufLength() > 0)
+        AppendBytes(other.Get(), other.BufLength());
+}
+
+void CKrWcharBuffer::Attach(WCHAR * block, unsigned int length)
+{
+    CKrRawBuffer::Attach(reinterpret_cast<unsigned char *>(block), BytesOf(length), BytesOf(length) + 2);
+    if (block)
+        Terminate();
+}
+
+void CKrWcharBuffer::SetLength()
+{
+    if (Get())
+        SetContent(MeasureFrom<WCHAR>(CKrRawBuffer::Get(), 0, BufSize()));
+}
+
+void CKrWcharBuffer::Adjust()
+{
+    if (BufLength() > 0)
+        SetContent(BufLength() + MeasureFrom<WCHAR>(CKrRawBuffer::Get(), BufLength(), BufSize()));
+}
+
+CKrWcharBuffer::operator CString() const
+{
+    return BufLength() > 0 ? CString(Get(), static_cast<int>(Length())) : CString();
+}
