@@ -1,0 +1,210 @@
+#include <krcore/datetime/krdatetimeutils.h>
+
+#include <krcore/datetime/krcheckeddate.h>
+
+#include <cmath>
+
+using kr::detail::CheckedDate;
+using kr::detail::DateOfTime;
+
+namespace
+{
+
+constexpr double halfSecond = 5.787037037037037e-6; // in days
+
+struct CalendarFields
+{
+    int year, month, day, hour, minute, second;
+};
+
+// -1 in every field for a date that is not valid.
+CalendarFields FieldsOf(COleDateTime const & date)
+{
+    SYSTEMTIME fields;
+    if (!date.GetAsSystemTime(fields))
+        return {-1, -1, -1, -1, -1, -1};
+    return {fields.wYear, fields.wMonth, fields.wDay, fields.wHour, fields.wMinute, fields.wSecond};
+}
+
+// Local time. Year, month and day are 0 where there is none, the time -1.
+CalendarFields FieldsOf(CTime const & time)
+{
+    std::tm fields;
+    if (!time.GetLocalTm(&fields))
+        return {0, 0, 0, -1, -1, -1};
+    return {fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday, fields.tm_hour, fields.tm_min, fields.tm_sec};
+}
+
+COleDateTime DateOf(CalendarFields const & fields)
+{
+    return CheckedDate(fields.year, fields.month, fields.day, fields.hour, fields.minute, fields.second);
+}
+
+CTime TimeOf(CalendarFields const & fields)
+{
+    return CTime(fields.year, fields.month, fields.day, fields.hour, fields.minute, fields.second);
+}
+
+CalendarFields Joined(CalendarFields const & date, CalendarFields const & time)
+{
+    return {date.year, date.month, date.day, time.hour, time.minute, time.second};
+}
+
+CalendarFields AtMidnight(CalendarFields fields)
+{
+    fields.hour = fields.minute = fields.second = 0;
+    return fields;
+}
+
+int LengthOfMonth(int year, int month)
+{
+    switch (month)
+    {
+    case 2:
+        return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0 ? 29 : 28;
+    case 4:
+    case 6:
+    case 9:
+    case 11:
+        return 30;
+    default:
+        return 31;
+    }
+}
+
+// The weekday of 1 January, Monday as 0; 4 where there is no such date.
+int FirstWeekday(int year)
+{
+    constexpr int unknown = 4;
+    SYSTEMTIME fields;
+    if (!CheckedDate(year, 1, 1, 0, 0, 0).GetAsSystemTime(fields))
+        return unknown;
+    return (fields.wDayOfWeek + 6) % 7;
+}
+
+// A date as a number that grows evenly through 30 December 1899, and back.
+double ToLinear(double date)
+{
+    double const whole = std::ceil(date);
+    return date <= -halfSecond ? whole + (whole - date) : date;
+}
+
+double FromLinear(double days)
+{
+    double const whole = std::floor(days);
+    return days <= -halfSecond ? whole + (whole - days) : days;
+}
+
+COleDateTime AddDays(COleDateTime const & date, int days)
+{
+    return COleDateTime(FromLinear(ToLinear(date.m_dt) + days));
+}
+
+} // namespace
+
+bool CKrDateTimeUtils::CalendarWeek(COleDateTime const & date, int & week) const
+{
+    week = -1;
+    if (date.GetStatus() != COleDateTime::valid)
+        return false;
+
+    int const weekday = FirstWeekday(FieldsOf(date).year);
+    bool const firstWeekIsShort = weekday >= 4; // the year begins on a Friday, Saturday or Sunday
+    int const place = date.GetDayOfYear() + weekday;
+    if (firstWeekIsShort && place <= 7)
+    {
+        week = 53;
+        return true;
+    }
+    int const shifted = firstWeekIsShort ? place - 1 : place + 6;
+    bool const isEarlyWeekday = shifted % 7 <= 2; // Monday, Tuesday or Wednesday
+    week = shifted / 7;
+    if (week == 53 && isEarlyWeekday)
+        week = 1;
+    return true;
+}
+
+bool CKrDateTimeUtils::CalendarWeek(CTime const & date, int & week) const
+{
+    return CalendarWeek(DateOfTime(date), week);
+}
+
+bool CKrDateTimeUtils::DateOfCalendarWeek(int week, int year, COleDateTime & first, COleDateTime & last) const
+{
+    if (week < 1 || week > 53)
+        return false;
+    int const weekday = FirstWeekday(year);
+    int const offset = 7 * week - weekday - (weekday < 4 ? 7 : 0);
+    first = AddDays(CheckedDate(year, 1, 1, 0, 0, 0), offset);
+    last = AddDays(first, 6);
+    return true;
+}
+
+bool CKrDateTimeUtils::DaysInMonth(COleDateTime const & date, int & days) const
+{
+    if (date.GetStatus() != COleDateTime::valid)
+        return false;
+    CalendarFields const fields = FieldsOf(date);
+    days = LengthOfMonth(fields.year, fields.month);
+    return true;
+}
+
+bool CKrDateTimeUtils::DaysInMonth(CTime const & date, int & days) const
+{
+    CalendarFields const fields = FieldsOf(date);
+    days = LengthOfMonth(fields.year, fields.month);
+    return true;
+}
+
+bool CKrDateTimeUtils::EndOfMonth(COleDateTime const & date, COleDateTime & end) const
+{
+    CalendarFields fields = AtMidnight(FieldsOf(date));
+    if (!DaysInMonth(date, fields.day))
+        return false;
+    end = DateOf(fields);
+    return true;
+}
+
+bool CKrDateTimeUtils::EndOfMonth(CTime const & date, CTime & end) const
+{
+    CalendarFields fields = AtMidnight(FieldsOf(date));
+    fields.day = LengthOfMonth(fields.year, fields.month);
+    end = TimeOf(fields);
+    return true;
+}
+
+bool CKrDateTimeUtils::AsDate(COleDateTime & date) const
+{
+    date = DateOf(AtMidnight(FieldsOf(date)));
+    return true;
+}
+
+bool CKrDateTimeUtils::AsDate(CTime & date) const
+{
+    date = TimeOf(AtMidnight(FieldsOf(date)));
+    return true;
+}
+
+bool CKrDateTimeUtils::SetDate(COleDateTime & target, COleDateTime const & source) const
+{
+    target = DateOf(Joined(FieldsOf(source), FieldsOf(target)));
+    return true;
+}
+
+bool CKrDateTimeUtils::SetDate(CTime & target, CTime const & source) const
+{
+    target = TimeOf(Joined(FieldsOf(source), FieldsOf(target)));
+    return true;
+}
+
+bool CKrDateTimeUtils::SetTime(COleDateTime & target, COleDateTime const & source) const
+{
+    target = DateOf(Joined(FieldsOf(target), FieldsOf(source)));
+    return true;
+}
+
+bool CKrDateTimeUtils::SetTime(CTime & target, CTime const & source) const
+{
+    target = TimeOf(Joined(FieldsOf(target), FieldsOf(source)));
+    return true;
+}
