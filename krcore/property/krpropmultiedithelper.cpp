@@ -1,0 +1,126 @@
+#include <krcore/property/krpropmultiedithelper.h>
+
+#include <krcore/diagnostics/krexception_guard.h>
+#include <krcore/diagnostics/krtrace.h>
+
+namespace
+{
+
+CString const s_variedMode(OLESTR("Kr.VariedMode"));
+constexpr WCHAR const * traceSource = OLESTR("krpropertyutils");
+
+bool IsMarked(CKrProperty const & property)
+{
+    return property.HasAttribute(s_variedMode) && property.GetAttribute(s_variedMode).IsValid();
+}
+
+} // namespace
+
+CKrPropMultiEditHelperBase::CKrPropMultiEditHelperBase() = default;
+
+CKrPropMultiEditHelperBase::CKrPropMultiEditHelperBase(CKrPropMultiEditHelperBase const & other) = default;
+
+CKrPropMultiEditHelperBase & CKrPropMultiEditHelperBase::operator=(CKrPropMultiEditHelperBase const & other) = default;
+
+CKrPropMultiEditHelperBase::~CKrPropMultiEditHelperBase() = default;
+
+void CKrPropMultiEditHelperBase::SetMainPropertySet(CKrPropertySet const & set)
+{
+    m_mainSet = set;
+    m_mainSetFromFirst = false;
+}
+
+bool CKrPropMultiEditHelperBase::PreparePropSet(CKrPropertySet const & set)
+{
+    try
+    {
+        return PrepareProperty(m_mainSet.GetRootProperty(), set.GetRootProperty());
+    }
+    KR_CATCH_ALL("krpropertyutils", 157)
+}
+
+bool CKrPropMultiEditHelperBase::UpdatePropSet(CKrPropertySet & set)
+{
+    try
+    {
+        return UpdateProperty(m_mainSet.GetRootProperty(), set.GetRootProperty());
+    }
+    KR_CATCH_ALL("krpropertyutils", 196)
+}
+
+CKrProperty * CKrPropMultiEditHelperBase::FindCounterpart(CKrProperty const & child, unsigned int index,
+                                                          CKrProperty const & other) const
+{
+    return m_commonStruct ? other.GetSubPropertyAt(index) : other.GetSubProperty(child.GetName());
+}
+
+bool CKrPropMultiEditHelperBase::PrepareProperty(CKrProperty & main, CKrProperty const & source)
+{
+    if (!main.IsRoot() && !IsMarked(main) && !main.HasEqualValue(source))
+        main.SetAttribute(s_variedMode, CKrVariant(true));
+    for (unsigned int index = 0; index < main.GetSubPropertyCount(); ++index)
+    {
+        CKrProperty & child = *main.GetSubPropertyAt(index);
+        if (CKrProperty const * const counterpart = FindCounterpart(child, index, source))
+            PrepareProperty(child, *counterpart);
+    }
+    return true;
+}
+
+bool CKrPropMultiEditHelperBase::UpdateProperty(CKrProperty const & main, CKrProperty & target)
+{
+    if (!main.IsRoot() && main.IsModified() && !main.HasEqualValue(target))
+    {
+        target.SetValue(main.GetValue());
+        target.SetModified(true);
+    }
+    for (unsigned int index = 0; index < main.GetSubPropertyCount(); ++index)
+    {
+        CKrProperty const & child = *main.GetSubPropertyAt(index);
+        if (CKrProperty * const counterpart = FindCounterpart(child, index, target))
+            UpdateProperty(child, *counterpart);
+    }
+    return true;
+}
+
+CKrPropMultiEditHelper::CKrPropMultiEditHelper() = default;
+
+CKrPropMultiEditHelper::CKrPropMultiEditHelper(std::vector<CKrPropertySet *> const & sets) : m_sets(sets) {}
+
+CKrPropMultiEditHelper::CKrPropMultiEditHelper(CKrPropMultiEditHelper const & other) = default;
+
+CKrPropMultiEditHelper & CKrPropMultiEditHelper::operator=(CKrPropMultiEditHelper const & other) = default;
+
+CKrPropMultiEditHelper::~CKrPropMultiEditHelper() = default;
+
+void CKrPropMultiEditHelper::AddPropertySet(CKrPropertySet * set)
+{
+    if (set)
+        m_sets.push_back(set);
+}
+
+void CKrPropMultiEditHelper::AddPropertySet(std::vector<CKrPropertySet *> const & sets)
+{
+    m_sets.insert(m_sets.end(), sets.begin(), sets.end());
+}
+
+bool CKrPropMultiEditHelper::PrepareEdit()
+{
+    CKrTrace::GetObjectW(true)->Trace(OLESTR("CKrPropMultiEditHelper::PrepareEdit() called"), traceSource, 305);
+    if (m_sets.empty())
+        return false;
+    if (m_mainSetFromFirst)
+        m_mainSet = *m_sets.front();
+    m_referenceSet = m_mainSet;
+    for (CKrPropertySet const * const set : m_sets)
+        PreparePropSet(*set);
+    return true;
+}
+
+bool CKrPropMultiEditHelper::Update()
+{
+    CKrTrace::GetObjectW(true)->Trace(OLESTR("CKrPropMultiEditHelper::Update() called"), traceSource, 327);
+    for (CKrPropertySet * const set : m_sets)
+        UpdatePropSet(*set);
+    return true;
+}
