@@ -1,17 +1,10 @@
 // Reading and writing the value by type.
 #include <krcore/property/krproperty.h>
 
-#include <krplatform/automation/vartext.h>
-#include <krplatform/text/numbers.h>
+#include <krcore/property/krtextreading.h>
 
 namespace
 {
-
-double ReadDouble(CString text)
-{
-    text.Replace(OLESTR(','), OLESTR('.'));
-    return wcstod(text, nullptr);
-}
 
 CKrColor ReadColor(CString const & text)
 {
@@ -63,12 +56,8 @@ void CKrProperty::StoreDate(double date) { m_value = CKrVariant(COleDateTime(dat
 
 void CKrProperty::SetDateFromText(CString const & text, unsigned long flags)
 {
-    if (!IsDateTimeValue())
-        return;
-    double date = 0.0;
-    if (text.IsEmpty() || FAILED(VarDateFromStr(text, LOCALE_USER_DEFAULT, static_cast<ULONG>(flags), &date)))
-        date = 0.0;
-    StoreDate(date);
+    if (IsDateTimeValue())
+        StoreDate(text.IsEmpty() ? 0.0 : kr::detail::ReadDate(text, static_cast<ULONG>(flags)));
 }
 
 void CKrProperty::SetDate(CString const & text) { SetDateFromText(text, VAR_DATEVALUEONLY); }
@@ -94,7 +83,7 @@ void CKrProperty::SetValueFromString(CString const & text)
         SetInt(_wtoi(text));
         break;
     case ePropDouble:
-        SetDouble(ReadDouble(text));
+        SetDouble(kr::detail::ReadDouble(text));
         break;
     case ePropString:
         SetString(text);
