@@ -3,6 +3,7 @@
 
 #include <krplatform/base/hresult.h>
 #include <krplatform/coerce/locale_facts.h>
+#include <krplatform/export.h>
 
 #include <string_view>
 
@@ -21,17 +22,17 @@ enum class LocaleCategory
 /// The facts of a locale: 127 is the invariant one; 1024, 0 and 2048 are the user's. Null for an identifier that names no
 /// locale, and when memory runs out. The facts live as long as the process; which are the user's is read from the
 /// environment at each call, so that a change of it takes effect. Any thread may call.
-LocaleFacts const * FactsOfLocale(LCID locale) noexcept;
+KRPLATFORM_API LocaleFacts const * FactsOfLocale(LCID locale) noexcept;
 
 /// The same with the reason of a failure: E_INVALIDARG for an unknown identifier, E_OUTOFMEMORY.
-HRESULT FindFactsOfLocale(LCID locale, LocaleFacts const *& facts) noexcept;
+KRPLATFORM_API HRESULT FindFactsOfLocale(LCID locale, LocaleFacts const *& facts) noexcept;
 
 /// The raw name of the user's locale in that category as the environment has it, `de_DE.UTF-8@euro`: the first of
 /// LC_ALL, the category's own variable and LANG that is set and not empty; "C" where none is. It stands until the
 /// environment is changed, and is followed by a zero.
-std::string_view UserLocaleName(LocaleCategory category) noexcept;
+KRPLATFORM_API std::string_view UserLocaleName(LocaleCategory category) noexcept;
 
 /// The running year in local time.
-int RunningYear() noexcept;
+KRPLATFORM_API int RunningYear() noexcept;
 
 } // namespace kr::detail
