@@ -1,0 +1,160 @@
+#include <krplatform/coerce/date_scan.h>
+#include <krplatform/text/casing.h>
+
+#include <algorithm>
+
+namespace kr::detail
+{
+
+namespace
+{
+
+constexpr bool IsDigit(WCHAR unit) { return unit >= OLESTR('0') && unit <= OLESTR('9'); }
+
+/// The common answers need no call.
+bool IsBlank(WCHAR unit) { return unit <= 0x20 || unit >= 0x80 ? IsSpace(unit) : false; }
+
+bool IsLetter(WCHAR unit)
+{
+    if (unit < 0x80)
+        return (unit >= OLESTR('a') && unit <= OLESTR('z')) || (unit >= OLESTR('A') && unit <= OLESTR('Z'));
+    return !IsSpace(unit);
+}
+
+/// Reads one text from left to right.
+class DateScanner
+{
+public:
+    DateScanner(TextView text, DateFacts const & facts, DateItems & items) noexcept
+        : m_rest(text), m_facts(facts), m_items(items)
+    {
+    }
+
+    bool Scan() noexcept
+    {
+        while (!m_rest.empty())
+        {
+            WCHAR const unit = m_rest.front();
+            if (IsDigit(unit) ? !ReadNumber() : IsBlank(unit) ? !SkipBlank() : !ReadMark(unit) && !ReadWord())
+                return false;
+        }
+        return m_mark == Mark::none || (m_mark == Mark::date && m_facts.markEndsDate);
+    }
+
+private:
+    enum class Mark
+    {
+        none,
+        comma,
+        date,
+        time
+    };
+
+    bool Add(DateItem::Kind kind, int value) noexcept
+    {
+        if (m_items.count == DateItems::room)
+            return false;
+        DateJoint const joint = m_mark == Mark::date   ? DateJoint::date
+                                : m_mark == Mark::time ? DateJoint::time
+                                                       : DateJoint::none;
+        if (joint == DateJoint::none)
+            m_isInGroup = false;
+        m_items.items[m_items.count++] = {kind, value, joint};
+        m_mark = Mark::none;
+        return true;
+    }
+
+    bool SkipBlank() noexcept
+    {
+        m_rest.remove_prefix(1);
+        return true;
+    }
+
+    bool ReadNumber() noexcept
+    {
+        constexpr int limit = 100000;
+        int value = 0;
+        std::size_t length = 0;
+        for (; length < m_rest.size() && IsDigit(m_rest[length]); ++length)
+            value = std::min(value * 10 + (m_rest[length] - OLESTR('0')), limit);
+        m_rest.remove_prefix(length);
+        return Add(DateItem::Kind::number, value);
+    }
+
+    bool ReadMark(WCHAR unit) noexcept
+    {
+        Mark const mark = MarkOf(unit);
+        bool const isAllowed = m_mark == Mark::none && (m_items.count > 0 || mark == Mark::comma);
+        if (mark == Mark::none || !isAllowed)
+            return false;
+        m_mark = mark;
+        m_rest.remove_prefix(1);
+        return true;
+    }
+
+    Mark MarkOf(WCHAR unit) noexcept
+    {
+        if (unit == OLESTR(','))
+            return Mark::comma;
+        if (unit == m_facts.dateMark && unit == m_facts.timeMark)
+            return MarkOfGroup();
+        if (unit == OLESTR('/') || unit == OLESTR('-') || unit == m_facts.dateMark)
+            return Mark::date;
+        if (unit == OLESTR(':') || unit == OLESTR('.') || unit == m_facts.timeMark)
+            return Mark::time;
+        return Mark::none;
+    }
+
+    /// Where dates and times have the same mark, the first group that it joins is the date.
+    Mark MarkOfGroup() noexcept
+    {
+        if (!m_isInGroup)
+            ++m_groups;
+        m_isInGroup = true;
+        return m_groups == 1 ? Mark::date : Mark::time;
+    }
+
+    bool ReadWord() noexcept
+    {
+        for (DateWord const & word : m_facts.words)
+        {
+            std::size_t const length = word.folded.size();
+            if (!StartsWith(word.folded))
+                continue;
+            if (length < m_rest.size() && IsLetter(word.folded.back()) && IsLetter(m_rest[length]))
+                return false;
+            m_rest.remove_prefix(length);
+            if (word.kind == DateWord::Kind::filler)
+                return true;
+            return Add(word.kind == DateWord::Kind::month ? DateItem::Kind::month : DateItem::Kind::halfOfDay,
+                       word.value);
+        }
+        return false;
+    }
+
+    bool StartsWith(TextView folded) const noexcept
+    {
+        if (folded.size() > m_rest.size())
+            return false;
+        auto const isSame = [](WCHAR foldedUnit, WCHAR unit)
+        { return foldedUnit == unit || foldedUnit == LowerCase(unit); };
+        return std::equal(folded.begin(), folded.end(), m_rest.begin(), isSame);
+    }
+
+    TextView m_rest;
+    DateFacts const & m_facts;
+    DateItems & m_items;
+    Mark m_mark = Mark::none; ///< read since the last item
+    bool m_isInGroup = false; ///< the last item was joined by the mark of both dates and times
+    int m_groups = 0;
+};
+
+} // namespace
+
+bool ScanDate(TextView text, DateFacts const & facts, DateItems & items) noexcept
+{
+    items.count = 0;
+    return DateScanner(text, facts, items).Scan();
+}
+
+} // namespace kr::detail
