@@ -1,0 +1,161 @@
+// The user's locale, as the environment names it.
+
+#include "krplatform/linux/facts_cache.h"
+#include "krplatform/linux/locale_icu.h"
+
+#include <unistd.h>
+
+#include <string_view>
+
+namespace kr::detail
+{
+
+namespace
+{
+
+/// What the environment says of locales, read in one pass: this is asked for at each conversion. Variables that are not
+/// set, or empty, are null.
+struct LocaleVariables
+{
+    char const * all = nullptr;
+    char const * characters = nullptr;
+    char const * numbers = nullptr;
+    char const * dates = nullptr;
+    char const * amounts = nullptr;
+    char const * language = nullptr;
+
+    char const * Resolve(char const * category) const noexcept
+    {
+        return all ? all : category ? category : language ? language : "C";
+    }
+};
+
+struct Variable
+{
+    std::string_view name;
+    char const * LocaleVariables::*value;
+};
+
+// clang-format off
+constexpr Variable s_variables[] = {
+    { "LC_ALL=",      &LocaleVariables::all        },
+    { "LC_CTYPE=",    &LocaleVariables::characters },
+    { "LC_NUMERIC=",  &LocaleVariables::numbers    },
+    { "LC_TIME=",     &LocaleVariables::dates      },
+    { "LC_MONETARY=", &LocaleVariables::amounts    },
+    { "LANG=",        &LocaleVariables::language   },
+};
+// clang-format on
+
+/// Whether a text that a zero ends begins so. Variables differ within a few bytes, so a loop beats a call.
+bool StartsWith(char const * text, std::string_view beginning) noexcept
+{
+    for (char const byte : beginning)
+    {
+        if (*text++ != byte)
+            return false;
+    }
+    return true;
+}
+
+void TakeVariable(char const * entry, LocaleVariables & variables) noexcept
+{
+    for (Variable const & variable : s_variables)
+    {
+        if (!StartsWith(entry, variable.name))
+            continue;
+        char const * const value = entry + variable.name.size();
+        if (*value && !(variables.*variable.value))
+            variables.*variable.value = value;
+        return;
+    }
+}
+
+LocaleVariables ReadVariables() noexcept
+{
+    LocaleVariables variables;
+    for (char ** entry = environ; entry && *entry; ++entry)
+    {
+        if (**entry == 'L')
+            TakeVariable(*entry, variables);
+    }
+    return variables;
+}
+
+/// A name of at most 31 bytes, kept without an allocation.
+class ShortName
+{
+public:
+    bool operator==(char const * name) const noexcept
+    {
+        return m_isKept && StartsWith(name, {m_bytes, m_length}) && name[m_length] == 0;
+    }
+
+    void Take(std::string_view name) noexcept
+    {
+        m_isKept = name.size() <= sizeof m_bytes;
+        m_length = m_isKept ? name.copy(m_bytes, sizeof m_bytes) : 0;
+    }
+
+private:
+    bool m_isKept = false;
+    std::size_t m_length = 0;
+    char m_bytes[31] = {};
+};
+
+/// The facts that a thread was given last, and for which names.
+struct LastAnswer
+{
+    ShortName numbers;
+    ShortName dates;
+    ShortName amounts;
+    bool isOneVariable = false; ///< one variable gave all three
+    LocaleFacts const * facts = nullptr;
+
+    bool IsFor(char const * numberName, char const * dateName, char const * amountName) const noexcept
+    {
+        if (numberName == dateName && dateName == amountName)
+            return isOneVariable && numbers == numberName;
+        return numbers == numberName && dates == dateName && amounts == amountName;
+    }
+};
+
+constinit thread_local LastAnswer s_last;
+
+} // namespace
+
+std::string_view UserLocaleName(LocaleCategory category) noexcept
+{
+    LocaleVariables const variables = ReadVariables();
+    switch (category)
+    {
+    case LocaleCategory::numbers:
+        return variables.Resolve(variables.numbers);
+    case LocaleCategory::dates:
+        return variables.Resolve(variables.dates);
+    case LocaleCategory::amounts:
+        return variables.Resolve(variables.amounts);
+    default:
+        return variables.Resolve(variables.characters);
+    }
+}
+
+LocaleFacts const & UserFacts()
+{
+    LocaleVariables const variables = ReadVariables();
+    char const * const numbers = variables.Resolve(variables.numbers);
+    char const * const dates = variables.Resolve(variables.dates);
+    char const * const amounts = variables.Resolve(variables.amounts);
+    if (s_last.IsFor(numbers, dates, amounts))
+        return *s_last.facts;
+    LocaleFacts const & facts = CachedFacts(LocaleNames{
+        LocaleNameOfEnvironment(numbers), LocaleNameOfEnvironment(dates), LocaleNameOfEnvironment(amounts)});
+    s_last.numbers.Take(numbers);
+    s_last.dates.Take(dates);
+    s_last.amounts.Take(amounts);
+    s_last.isOneVariable = numbers == dates && dates == amounts;
+    s_last.facts = &facts;
+    return facts;
+}
+
+} // namespace kr::detail
