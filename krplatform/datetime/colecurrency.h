@@ -20,12 +20,12 @@ public:
         null = 2
     };
 
-    COleCurrency() noexcept;
-    COleCurrency(CY amount) noexcept;
-    /// Whole units and ten-thousandths.
+    COleCurrency() noexcept : m_cur{} {}
+    COleCurrency(CY amount) noexcept : m_cur(amount) {}
+    /// Whole units and ten-thousandths, added up. Amounts out of range give amount 0 with status invalid.
     COleCurrency(long units, long fraction) noexcept;
     /// A VT_CY value as it stands; VT_NULL and VT_EMPTY give status null, other tags are converted with the default
-    /// locale, status invalid where that fails.
+    /// locale, status invalid where that fails. Without a value the amount is 0.
     COleCurrency(VARIANT const & value);
     COleCurrency & operator=(VARIANT const & value);
 
@@ -33,11 +33,13 @@ public:
     void SetStatus(CurrencyStatus status) noexcept { m_status = status; }
     operator CY() const noexcept { return m_cur; }
 
-    /// The locale's plain number; empty for status null, "Invalid Currency" for status invalid.
+    /// The locale's plain number; empty for status null, "Invalid Currency" for status invalid and for an unknown
+    /// locale.
     CString Format(DWORD flags = 0, LCID locale = LOCALE_USER_DEFAULT) const;
-    /// Reads a number of the locale. False, with status invalid, for text that is none.
+    /// Reads a number of the locale. False, with amount 0 and status invalid, for text that is none.
     bool ParseCurrency(WCHAR const * text, DWORD flags = 0, LCID locale = LOCALE_USER_DEFAULT);
 
+    /// Amounts with a status other than valid are equal if their status is, and never less.
     friend KRPLATFORM_API bool operator==(COleCurrency const & left, COleCurrency const & right) noexcept;
     friend KRPLATFORM_API std::partial_ordering operator<=>(COleCurrency const & left,
                                                             COleCurrency const & right) noexcept;

@@ -24,6 +24,7 @@ public:
 
     COleDateTimeSpan() noexcept = default;
     COleDateTimeSpan(double days) noexcept : m_span(days) {}
+    /// The parts are added up; each may be below 0 and beyond its usual range.
     COleDateTimeSpan(long days, int hours, int minutes, int seconds) noexcept;
 
     DateTimeSpanStatus GetStatus() const noexcept { return m_status; }
@@ -44,6 +45,8 @@ public:
 ///     COleDateTime(2021, 2, 30, 0, 0, 0).GetStatus()   -> invalid
 ///
 /// Text that cannot be made is "Invalid DateTime", or string resource 55296 where the current resource module has it.
+/// Calendar fields make a date only if the date gives them back: years of two digits, days that the month lacks and
+/// fields out of range make the status invalid and leave the date as it was.
 class KRPLATFORM_API COleDateTime
 {
 public:
@@ -55,7 +58,8 @@ public:
     };
 
     COleDateTime() noexcept = default;
-    COleDateTime(DATE date) noexcept;
+    /// Any number is taken; one outside the range has no fields and no text.
+    COleDateTime(DATE date) noexcept : m_dt(date) {}
     /// Converts to VT_DATE with the default locale; VT_NULL and VT_EMPTY give status null, a failure status invalid.
     COleDateTime(VARIANT const & value);
     COleDateTime(SYSTEMTIME const & fields) noexcept;
@@ -88,26 +92,29 @@ public:
     int GetDayOfWeek() const noexcept;
     int GetDayOfYear() const noexcept;
 
-    /// 0 for success, 1 where the fields are no moment of the calendar: the status is invalid then.
+    /// The new status: 0 (valid), or 1 (invalid) where the fields are no moment of the calendar. `SetDate` makes the
+    /// time midnight, `SetTime` the day 30 December 1899.
     int SetDateTime(int year, int month, int day, int hour, int minute, int second) noexcept;
     int SetDate(int year, int month, int day) noexcept;
     int SetTime(int hour, int minute, int second) noexcept;
-    /// Reads text by `VarDateFromStr`. False, with status invalid, for text that is no date.
+    /// Reads text by `VarDateFromStr`. False, with date 0.0 and status invalid, for text that is no date; null is none.
     bool ParseDateTime(WCHAR const * text, DWORD flags = 0, LCID locale = LOCALE_USER_DEFAULT);
 
     /// The locale's text by `VarBstrFromDate`. Empty for status null.
     CString Format(DWORD flags = 0, LCID locale = LOCALE_USER_DEFAULT) const;
-    /// Text by a `wcsftime` pattern; a result of more than 255 units is lost (empty). A null pattern raises
-    /// E_INVALIDARG.
+    /// Text by a `wcsftime` pattern; a result of more than 255 units is lost (empty), as is that of a pattern which
+    /// `wcsftime` refuses. A null pattern raises E_INVALIDARG. Empty for status null.
     CString Format(WCHAR const * pattern) const;
 
     operator DATE() const noexcept { return m_dt; }
 
-    /// Moments with a status other than valid are equal if their status is, and never less.
+    /// Moments are compared in time: -0.25 equals 0.25, and -1.75 is later than -1.25. Moments with a status other than
+    /// valid are equal if their status is, and never less.
     friend KRPLATFORM_API bool operator==(COleDateTime const & left, COleDateTime const & right) noexcept;
     friend KRPLATFORM_API std::partial_ordering operator<=>(COleDateTime const & left,
                                                             COleDateTime const & right) noexcept;
 
+    /// The result is null if either operand is, invalid if either is or if it would lie outside the range.
     COleDateTime operator+(COleDateTimeSpan const & span) const noexcept;
     COleDateTime operator-(COleDateTimeSpan const & span) const noexcept;
     COleDateTime & operator+=(COleDateTimeSpan const & span) noexcept;
