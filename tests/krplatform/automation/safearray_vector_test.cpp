@@ -8,8 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <optional>
-#include <regex>
+#include <string>
+#include <vector>
 
 using namespace kr::test;
 
@@ -110,6 +113,18 @@ HRESULT Unaccess(SAFEARRAY * array, int times)
     return result;
 }
 
+// "PutElement at 4" as "PutElement" and 4.
+std::pair<std::string, LONG> SplitNumber(std::string const & question)
+{
+    std::size_t const blank = question.rfind(' ');
+    if (blank == std::string::npos || question.find_first_of("0123456789", blank) == std::string::npos)
+        return {question, 0};
+    std::string operation = question.substr(0, blank);
+    if (operation.ends_with(" at"))
+        operation.resize(operation.size() - 3);
+    return {operation, std::atoi(question.c_str() + blank)};
+}
+
 // The element at each index is 100 more than the index.
 std::optional<Answer> AskVector(std::string const & question, ULONG count, LONG lowerBound)
 {
@@ -121,14 +136,7 @@ std::optional<Answer> AskVector(std::string const & question, ULONG count, LONG 
         SafeArrayPutElement(array, &index, &number);
     }
 
-    std::smatch match;
-    std::string operation = question;
-    LONG number = 0;
-    if (std::regex_match(question, match, std::regex("(.*?)(?: at)? (-?\\d+)")))
-    {
-        operation = match[1];
-        number = std::stoi(match[2]);
-    }
+    auto const [operation, number] = SplitNumber(question);
     if (operation == "GetLBound")
         return AskBound(SafeArrayGetLBound, array, number);
     if (operation == "GetUBound")
@@ -175,24 +183,26 @@ std::optional<Answer> AskTable(std::string const & question, std::vector<SAFEARR
     {
         for (LONG second = bounds[1].lLbound; second < end(1); ++second)
         {
-            LONG const indices[] = {first, second};
+            LONG const place[] = {first, second};
             LONG const number = 10 * first + second;
-            SafeArrayPutElement(array, indices, &number);
+            SafeArrayPutElement(array, place, &number);
         }
     }
 
-    std::smatch match;
-    if (std::regex_match(question, match, std::regex("(...)Element \\((-?\\d+),(-?\\d+)\\)")))
+    LONG indices[2];
+    if (std::sscanf(question.c_str(), "GetElement (%d,%d)", &indices[0], &indices[1]) == 2)
+        return AskElement(array, indices);
+    if (std::sscanf(question.c_str(), "PutElement (%d,%d)", &indices[0], &indices[1]) == 2)
+        return Answer{SafeArrayPutElement(array, indices, indices)};
+    auto const [operation, dimension] = SplitNumber(question);
+    if (operation == "GetLBound")
+        return AskBound(SafeArrayGetLBound, array, dimension);
+    if (operation == "GetUBound")
+        return AskBound(SafeArrayGetUBound, array, dimension);
+    if (operation == "bounds of dimension")
     {
-        LONG const indices[] = {std::stoi(match[2]), std::stoi(match[3])};
-        return match[1] == "Get" ? AskElement(array, indices) : Answer{SafeArrayPutElement(array, indices, indices)};
-    }
-    if (std::regex_match(question, match, std::regex("Get([LU])Bound (\\d+)")))
-        return AskBound(match[1] == "L" ? SafeArrayGetLBound : SafeArrayGetUBound, array, std::stoi(match[2]));
-    if (std::regex_match(question, match, std::regex("bounds of dimension (\\d+)")))
-    {
-        Answer const lower = AskBound(SafeArrayGetLBound, array, std::stoi(match[1]));
-        Answer const upper = AskBound(SafeArrayGetUBound, array, std::stoi(match[1]));
+        Answer const lower = AskBound(SafeArrayGetLBound, array, dimension);
+        Answer const upper = AskBound(SafeArrayGetUBound, array, dimension);
         return Answer{lower.result | upper.result, lower.value + ".." + upper.value};
     }
     if (question == "dimensions")
@@ -308,24 +318,33 @@ std::optional<Answer> AskSingle(std::string const & question)
 
 std::optional<Answer> Ask(std::string const & question)
 {
-    auto const number = [](std::string const & text) { return std::stoi(text); };
-    auto const count = [](std::string const & text) { return static_cast<ULONG>(std::stoul(text)); };
-    std::smatch match;
-    if (std::regex_match(question, match, std::regex("I4 one dimension of (\\d+) from (-?\\d+): (.*)")))
-        return AskVector(match[3], count(match[1]), number(match[2]));
-    if (std::regex_match(question, match, std::regex("I4 two dimensions of (\\d+) and (\\d+) from (-?\\d+): (.*)")))
-        return AskTable(match[4], {{count(match[1]), number(match[3])}, {count(match[2]), number(match[3])}});
-    if (std::regex_match(question, match,
-                         std::regex("I4 two dimensions of (\\d+) from (-?\\d+) and (\\d+) from (-?\\d+): (.*)")))
-        return AskTable(match[5], {{count(match[1]), number(match[2])}, {count(match[3]), number(match[4])}});
-    if (std::regex_match(question, match, std::regex("Create of (\\w+)")))
-        return AskCreate(TagOf(match[1]));
-    if (std::regex_match(question, match, std::regex("BSTR element: (.*)")))
-        return AskText(match[1]);
-    if (std::regex_match(question, match, std::regex("VARIANT element: (.*)")))
-        return AskVariant(match[1]);
-    if (std::regex_match(question, match, std::regex("Variant(Clear|Copy) of (.*)")))
-        return AskVariantFunction(match[1], match[2]);
+    char const * const text = question.c_str();
+    SAFEARRAYBOUND first{};
+    SAFEARRAYBOUND second{};
+    int rest = 0;
+    std::sscanf(text, "I4 one dimension of %u from %d: %n", &first.cElements, &first.lLbound, &rest);
+    if (rest)
+        return AskVector(text + rest, first.cElements, first.lLbound);
+    std::sscanf(text, "I4 two dimensions of %u and %u from %d: %n", &first.cElements, &second.cElements, &first.lLbound,
+                &rest);
+    if (rest)
+        return AskTable(text + rest, {first, {second.cElements, first.lLbound}});
+    std::sscanf(text, "I4 two dimensions of %u from %d and %u from %d: %n", &first.cElements, &first.lLbound,
+                &second.cElements, &second.lLbound, &rest);
+    if (rest)
+        return AskTable(text + rest, {first, second});
+
+    auto const after = [&](std::string_view beginning) { return question.substr(beginning.size()); };
+    if (question.starts_with("Create of "))
+        return AskCreate(TagOf(after("Create of ")));
+    if (question.starts_with("BSTR element: "))
+        return AskText(after("BSTR element: "));
+    if (question.starts_with("VARIANT element: "))
+        return AskVariant(after("VARIANT element: "));
+    if (question.starts_with("VariantClear of "))
+        return AskVariantFunction("Clear", after("VariantClear of "));
+    if (question.starts_with("VariantCopy of "))
+        return AskVariantFunction("Copy", after("VariantCopy of "));
     return AskSingle(question);
 }
 
