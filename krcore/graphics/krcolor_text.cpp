@@ -84,10 +84,13 @@ struct Channels
     unsigned int blue = 0;
 };
 
-/// The digits at the beginning of `text`, taken off it; false if there is none, or more of them than surely fit.
+/// The digits at the beginning of `text`, taken off it with the white space in front of them; false if there is none,
+/// or more of them than surely fit.
 bool ReadDigits(TextView & text, unsigned int & value)
 {
     constexpr std::size_t mostDigits = 9;
+    while (!text.empty() && IsSpace(text.front()))
+        text.remove_prefix(1);
     std::size_t count = 0;
     unsigned int number = 0;
     for (; count < text.size(); ++count)
@@ -110,7 +113,7 @@ bool ReadComma(TextView & text)
     return true;
 }
 
-/// Whether `text` is three numbers joined by commas as `Format` writes them. Anything else is a matter for `swscanf`.
+/// Whether `text` is three unsigned numbers joined by commas. Anything else is a matter for `swscanf`.
 bool ReadPlainDecimals(TextView text, Channels & channels)
 {
     return ReadDigits(text, channels.red) && ReadComma(text) && ReadDigits(text, channels.green) && ReadComma(text) &&
