@@ -1,0 +1,12 @@
+#include <krplatform/coerce/converter.h>
+#include <krplatform/coerce/integer_target.h>
+
+namespace kr::detail
+{
+
+HRESULT ToUI1(VARIANT const & source, LocaleFacts const * locale, VARIANT & result)
+{
+    return ToInteger(source, locale, result.bVal);
+}
+
+} // namespace kr::detail
