@@ -11,21 +11,27 @@ constexpr ULONG VAR_DATEVALUEONLY = 2;
 constexpr ULONG VAR_LOCALBOOL = 16;
 
 // Every function below writes its result on success only. A text handed out is a new one, owned by the caller; null
-// `text` read is a type mismatch. An unknown locale gives E_INVALIDARG.
+// `text` read is a type mismatch. E_INVALIDARG for an unknown locale, for flags that are not told of, and for no place
+// for the result.
 
 /// Up to 15 significant digits, rounded from the exact value with ties away from zero, without trailing zeros. Plain
 /// while 15 places before and 15 behind the point are enough, otherwise `d.dddE+nn`. Deliberate: 1/30
-/// is 3.33333333333333E-02.
+/// is 3.33333333333333E-02. Either zero is "0"; "inf", "-inf" and "nan" are no numbers when read.
 KRPLATFORM_API HRESULT VarBstrFromR8(double value, LCID locale, ULONG flags, BSTR * text);
 /// The same with 7 digits.
 KRPLATFORM_API HRESULT VarBstrFromR4(float value, LCID locale, ULONG flags, BSTR * text);
+/// The nearest double. Blanks around, one sign before or behind, parentheses for a minus, the currency symbol, group
+/// marks anywhere behind the first digit, an exponent, `&H1F` and `&O17`. DISP_E_TYPEMISMATCH for other text,
+/// DISP_E_OVERFLOW for numbers past the range.
 KRPLATFORM_API HRESULT VarR8FromStr(OLECHAR const * text, LCID locale, ULONG flags, double * value);
 /// As many of the four places as needed, no grouping, no symbol.
 KRPLATFORM_API HRESULT VarBstrFromCy(CY value, LCID locale, ULONG flags, BSTR * text);
+/// Reads the same numbers exactly, and rounds the fourth place half to even.
 KRPLATFORM_API HRESULT VarCyFromStr(OLECHAR const * text, LCID locale, ULONG flags, CY * value);
 /// "True" or "False"; with VAR_LOCALBOOL the locale's words.
 KRPLATFORM_API HRESULT VarBstrFromBool(VARIANT_BOOL value, LCID locale, ULONG flags, BSTR * text);
-/// English words in any case, "#TRUE#" and "#FALSE#", and any number of the locale.
+/// English words in any case, "#TRUE#" and "#FALSE#", and any number of the locale; with VAR_LOCALBOOL the locale's
+/// words too.
 KRPLATFORM_API HRESULT VarBoolFromStr(OLECHAR const * text, LCID locale, ULONG flags, VARIANT_BOOL * value);
 
 /// The locale's short date and long time. The time is left out for a whole day, the date for a value whose integer part
