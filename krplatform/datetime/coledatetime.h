@@ -11,6 +11,14 @@
 
 class CTime;
 
+namespace kr::detail
+{
+
+template <class T>
+concept WideInteger = std::signed_integral<T> && sizeof(T) == sizeof(std::int64_t);
+
+} // namespace kr::detail
+
 /// A span of days with its status.
 class KRPLATFORM_API COleDateTimeSpan
 {
@@ -64,9 +72,10 @@ public:
     COleDateTime(VARIANT const & value);
     COleDateTime(SYSTEMTIME const & fields) noexcept;
     COleDateTime(int year, int month, int day, int hour, int minute, int second) noexcept;
-    /// Local time of seconds since 1 January 1970 UTC; status invalid where the calendar has no such time.
+    /// Local time of seconds since 1 January 1970 UTC; status invalid where the calendar has no such time. An integer of
+    /// 64 bits is seconds too, while other numbers are days.
     COleDateTime(CTime const & time) noexcept;
-    template <std::same_as<std::int64_t> Seconds>
+    template <kr::detail::WideInteger Seconds>
     COleDateTime(Seconds seconds) noexcept
     {
         SetSeconds(seconds);

@@ -7,6 +7,9 @@ namespace
 constexpr int baseYear = 1900;
 constexpr std::size_t patternRoom = 256;
 
+/// Sums are made of unsigned numbers, which may overflow.
+std::int64_t Wrap(std::uint64_t seconds) { return static_cast<std::int64_t>(seconds); }
+
 /// One field of local time, or 0.
 int FieldOf(CTime const & time, int std::tm::*member, int offset)
 {
@@ -28,8 +31,24 @@ CString FormatFields(std::tm const * fields, WCHAR const * pattern)
 } // namespace
 
 CTimeSpan::CTimeSpan(long days, int hours, int minutes, int seconds) noexcept
-    : m_seconds(((std::int64_t{days} * 24 + hours) * 60 + minutes) * 60 + seconds)
 {
+    std::int64_t const timeOfDay = (std::int64_t{hours} * 60 + minutes) * 60 + seconds;
+    m_seconds = Wrap(static_cast<std::uint64_t>(days) * 86400 + static_cast<std::uint64_t>(timeOfDay));
+}
+
+CTime CTime::operator+(CTimeSpan span) const noexcept
+{
+    return Wrap(static_cast<std::uint64_t>(m_time) + static_cast<std::uint64_t>(span.GetTotalSeconds()));
+}
+
+CTime CTime::operator-(CTimeSpan span) const noexcept
+{
+    return Wrap(static_cast<std::uint64_t>(m_time) - static_cast<std::uint64_t>(span.GetTotalSeconds()));
+}
+
+CTimeSpan CTime::operator-(CTime other) const noexcept
+{
+    return Wrap(static_cast<std::uint64_t>(m_time) - static_cast<std::uint64_t>(other.m_time));
 }
 
 CTime::CTime(int year, int month, int day, int hour, int minute, int second, int daylightSaving)

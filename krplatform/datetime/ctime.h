@@ -8,7 +8,7 @@
 #include <compare>
 #include <cstdint>
 
-/// A span of seconds.
+/// A span of seconds. Sums beyond 64 bits wrap around, here and in `CTime`.
 class KRPLATFORM_API CTimeSpan
 {
 public:
@@ -62,9 +62,9 @@ public:
     CString FormatGmt(WCHAR const * pattern) const;
 
     friend auto operator<=>(CTime const &, CTime const &) = default;
-    CTime operator+(CTimeSpan span) const noexcept { return m_time + span.GetTotalSeconds(); }
-    CTime operator-(CTimeSpan span) const noexcept { return m_time - span.GetTotalSeconds(); }
-    CTimeSpan operator-(CTime other) const noexcept { return m_time - other.m_time; }
+    CTime operator+(CTimeSpan span) const noexcept;
+    CTime operator-(CTimeSpan span) const noexcept;
+    CTimeSpan operator-(CTime other) const noexcept;
     CTime & operator+=(CTimeSpan span) noexcept { return *this = *this + span; }
     CTime & operator-=(CTimeSpan span) noexcept { return *this = *this - span; }
 

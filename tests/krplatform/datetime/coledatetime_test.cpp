@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <type_traits>
-
 namespace kr::test
 {
 
@@ -212,8 +210,10 @@ TEST(COleDateTime, KnowsTheCurrentTime)
 
 TEST(COleDateTime, TakesAnIntegerForDaysUnlessItHas64Bits)
 {
-    EXPECT_EQ(COleDateTime(44270).m_dt, 44270.0);
-    EXPECT_TRUE((std::is_constructible_v<COleDateTime, std::int64_t>));
+    Zone const zone("UTC");
+    EXPECT_EQ(COleDateTime(86400).m_dt, 86400.0);
+    EXPECT_EQ(COleDateTime(86400L).m_dt, 25570.0); // seconds: 2 January 1970
+    EXPECT_EQ(COleDateTime(86400LL).m_dt, 25570.0);
 }
 
 } // namespace kr::test

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 
 namespace kr::test
@@ -180,6 +181,16 @@ TEST(CTime, MovesBySpansAndCompares)
     EXPECT_TRUE(CTime(-1) < CTime(0));
     EXPECT_TRUE(CTime(5) == CTime(5));
     EXPECT_TRUE(CTime(5) != CTime(6));
+}
+
+TEST(CTime, WrapsAroundAt64Bits)
+{
+    constexpr std::int64_t highest = std::numeric_limits<std::int64_t>::max();
+    constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
+    EXPECT_EQ((CTime(highest) + CTimeSpan(1)).GetTime(), lowest);
+    EXPECT_EQ((CTime(lowest) - CTimeSpan(1)).GetTime(), highest);
+    EXPECT_EQ((CTime(lowest) - CTime(1)).GetTotalSeconds(), highest);
+    EXPECT_EQ(CTimeSpan(long{1} << 57, 0, 0, 5).GetTotalSeconds(), 5);
 }
 
 TEST(CTime, TellsWantOfMemory)
