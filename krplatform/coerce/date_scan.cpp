@@ -26,16 +26,16 @@ class DateScanner
 {
 public:
     DateScanner(TextView text, DateFacts const & facts, DateItems & items) noexcept
-        : m_rest(text), m_facts(facts), m_items(items)
+        : m_next(text.data()), m_end(text.data() + text.size()), m_facts(facts), m_items(items)
     {
     }
 
     bool Scan() noexcept
     {
-        while (!m_rest.empty())
+        while (m_next < m_end)
         {
-            WCHAR const unit = m_rest.front();
-            if (IsDigit(unit) ? !ReadNumber() : IsBlank(unit) ? !SkipBlank() : !ReadMark(unit) && !ReadWord())
+            WCHAR const unit = *m_next;
+            if (IsDigit(unit) ? !ReadNumber() : !ReadMark(unit) && !SkipBlank(unit) && !ReadWord())
                 return false;
         }
         return m_mark == Mark::none || (m_mark == Mark::date && m_facts.markEndsDate);
@@ -45,9 +45,9 @@ private:
     enum class Mark
     {
         none,
-        comma,
         date,
-        time
+        time,
+        comma
     };
 
     bool Add(DateItem::Kind kind, int value) noexcept
@@ -64,21 +64,21 @@ private:
         return true;
     }
 
-    bool SkipBlank() noexcept
-    {
-        m_rest.remove_prefix(1);
-        return true;
-    }
-
     bool ReadNumber() noexcept
     {
         constexpr int limit = 100000;
         int value = 0;
-        std::size_t length = 0;
-        for (; length < m_rest.size() && IsDigit(m_rest[length]); ++length)
-            value = std::min(value * 10 + (m_rest[length] - OLESTR('0')), limit);
-        m_rest.remove_prefix(length);
+        for (; m_next < m_end && IsDigit(*m_next); ++m_next)
+            value = std::min(value * 10 + (*m_next - OLESTR('0')), limit);
         return Add(DateItem::Kind::number, value);
+    }
+
+    bool SkipBlank(WCHAR unit) noexcept
+    {
+        if (!IsBlank(unit))
+            return false;
+        ++m_next;
+        return true;
     }
 
     bool ReadMark(WCHAR unit) noexcept
@@ -88,21 +88,27 @@ private:
         if (mark == Mark::none || !isAllowed)
             return false;
         m_mark = mark;
-        m_rest.remove_prefix(1);
+        ++m_next;
         return true;
     }
 
     Mark MarkOf(WCHAR unit) noexcept
     {
-        if (unit == OLESTR(','))
-            return Mark::comma;
-        if (unit == m_facts.dateMark && unit == m_facts.timeMark)
-            return MarkOfGroup();
-        if (unit == OLESTR('/') || unit == OLESTR('-') || unit == m_facts.dateMark)
+        if (unit == m_facts.dateMark)
+            return unit == m_facts.timeMark ? MarkOfGroup() : Mark::date;
+        switch (unit)
+        {
+        case OLESTR('/'):
+        case OLESTR('-'):
             return Mark::date;
-        if (unit == OLESTR(':') || unit == OLESTR('.') || unit == m_facts.timeMark)
+        case OLESTR(':'):
+        case OLESTR('.'):
             return Mark::time;
-        return Mark::none;
+        case OLESTR(','):
+            return Mark::comma;
+        default:
+            return unit == m_facts.timeMark ? Mark::time : Mark::none;
+        }
     }
 
     /// Where dates and times have the same mark, the first group that it joins is the date.
@@ -118,12 +124,12 @@ private:
     {
         for (DateWord const & word : m_facts.words)
         {
-            std::size_t const length = word.folded.size();
             if (!StartsWith(word.folded))
                 continue;
-            if (length < m_rest.size() && IsLetter(word.folded.back()) && IsLetter(m_rest[length]))
+            WCHAR const * const end = m_next + word.folded.size();
+            if (end < m_end && IsLetter(word.folded.back()) && IsLetter(*end))
                 return false;
-            m_rest.remove_prefix(length);
+            m_next = end;
             if (word.kind == DateWord::Kind::filler)
                 return true;
             return Add(word.kind == DateWord::Kind::month ? DateItem::Kind::month : DateItem::Kind::halfOfDay,
@@ -134,14 +140,14 @@ private:
 
     bool StartsWith(TextView folded) const noexcept
     {
-        if (folded.size() > m_rest.size())
-            return false;
         auto const isSame = [](WCHAR foldedUnit, WCHAR unit)
         { return foldedUnit == unit || foldedUnit == LowerCase(unit); };
-        return std::equal(folded.begin(), folded.end(), m_rest.begin(), isSame);
+        return folded.size() <= static_cast<std::size_t>(m_end - m_next) &&
+               std::equal(folded.begin(), folded.end(), m_next, isSame);
     }
 
-    TextView m_rest;
+    WCHAR const * m_next;
+    WCHAR const * m_end;
     DateFacts const & m_facts;
     DateItems & m_items;
     Mark m_mark = Mark::none; ///< read since the last item

@@ -55,13 +55,14 @@ void WritePiece(PatternPiece const & piece, TextView pattern, CalendarFields con
 
 void DateText::AppendNumber(int number, int digits) noexcept
 {
-    int const needed = number < 10 ? 1 : number < 100 ? 2 : number < 1000 ? 3 : 4;
-    std::size_t const count = static_cast<std::size_t>(needed > digits ? needed : digits);
-    if (count > room - m_length)
-        return;
-    for (std::size_t place = count; place > 0; --place, number /= 10)
-        m_units[m_length + place - 1] = static_cast<WCHAR>(OLESTR('0') + number % 10);
-    m_length += count;
+    auto const digit = [](int value) { return static_cast<WCHAR>(OLESTR('0') + value); };
+    if (number >= 1000)
+        Append(digit(number / 1000));
+    if (number >= 100)
+        Append(digit(number / 100 % 10));
+    if (number >= 10 || digits > 1)
+        Append(digit(number / 10 % 10));
+    Append(digit(number % 10));
 }
 
 bool WriteDate(double date, unsigned flags, DateFacts const & facts, DateText & text) noexcept

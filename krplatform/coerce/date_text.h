@@ -28,7 +28,7 @@ public:
         for (WCHAR const unit : text)
             Append(unit);
     }
-    /// A number of at most four digits, with at least `digits`.
+    /// A number of at most four digits; with `digits` 2, of two at least.
     void AppendNumber(int number, int digits) noexcept;
 
 private:
