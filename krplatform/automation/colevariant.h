@@ -80,8 +80,7 @@ public:
     /// Hands the value out and is left VT_EMPTY.
     VARIANT Detach() noexcept;
 
-    operator VARIANT *() noexcept { return this; }
-    operator VARIANT const *() const noexcept { return this; }
+    // There is no conversion to a pointer: it would win over the value conversions of derived classes. Write &value.
 
 private:
     template <class Value>

@@ -32,8 +32,6 @@ COleCurrency::COleCurrency(long units, long fraction) noexcept : m_cur{}
         m_status = invalid;
 }
 
-COleCurrency::COleCurrency(VARIANT const & value) : m_cur{} { *this = value; }
-
 COleCurrency & COleCurrency::operator=(VARIANT const & value)
 {
     VARIANT converted = {};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <krplatform/automation/variant.h>
+#include <krplatform/automation/variant_conversion.h>
 #include <krplatform/text/cstring.h>
 
 #include <compare>
@@ -26,7 +27,15 @@ public:
     COleCurrency(long units, long fraction) noexcept;
     /// A VT_CY value as it stands; VT_NULL and VT_EMPTY give status null, other tags are converted with the default
     /// locale, status invalid where that fails. Without a value the amount is 0.
-    COleCurrency(VARIANT const & value);
+    template <kr::detail::PlainVariant<COleCurrency> Variant>
+    COleCurrency(Variant const & value) : COleCurrency()
+    {
+        *this = static_cast<VARIANT const &>(value);
+    }
+    template <kr::detail::ConvertsItself<COleCurrency> Variant>
+    explicit COleCurrency(Variant const & value) : COleCurrency(value.operator COleCurrency())
+    {
+    }
     COleCurrency & operator=(VARIANT const & value);
 
     CurrencyStatus GetStatus() const noexcept { return m_status; }

@@ -36,7 +36,7 @@ int FieldOf(COleDateTime const & date, int CalendarFields::*member)
 
 } // namespace
 
-COleDateTime::COleDateTime(VARIANT const & value)
+void COleDateTime::SetVariant(VARIANT const & value)
 {
     if (value.vt == VT_EMPTY || value.vt == VT_NULL)
     {

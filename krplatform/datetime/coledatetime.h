@@ -2,6 +2,7 @@
 #pragma once
 
 #include <krplatform/automation/variant.h>
+#include <krplatform/automation/variant_conversion.h>
 #include <krplatform/automation/vartext.h>
 #include <krplatform/text/cstring.h>
 
@@ -69,7 +70,15 @@ public:
     /// Any number is taken; one outside the range has no fields and no text.
     COleDateTime(DATE date) noexcept : m_dt(date) {}
     /// Converts to VT_DATE with the default locale; VT_NULL and VT_EMPTY give status null, a failure status invalid.
-    COleDateTime(VARIANT const & value);
+    template <kr::detail::PlainVariant<COleDateTime> Variant>
+    COleDateTime(Variant const & value)
+    {
+        SetVariant(value);
+    }
+    template <kr::detail::ConvertsItself<COleDateTime> Variant>
+    explicit COleDateTime(Variant const & value) : COleDateTime(value.operator COleDateTime())
+    {
+    }
     COleDateTime(SYSTEMTIME const & fields) noexcept;
     COleDateTime(int year, int month, int day, int hour, int minute, int second) noexcept;
     /// Local time of seconds since 1 January 1970 UTC; status invalid where the calendar has no such time. An integer of
@@ -135,4 +144,5 @@ public:
 
 private:
     void SetSeconds(std::int64_t seconds) noexcept;
+    void SetVariant(VARIANT const & value);
 };

@@ -1,6 +1,7 @@
 // The platform's text classes: `CString` of 16-bit code units, `CStringA` of bytes.
 #pragma once
 
+#include <krplatform/automation/variant_conversion.h>
 #include <krplatform/base/types.h>
 #include <krplatform/export.h>
 #include <krplatform/text/formatargument.h>
@@ -61,7 +62,14 @@ public:
     CStringT(CStringT<OtherChar> const & text);
     /// Converts a copy of `value` to text with the default locale; raises the platform's failure (`COleException *`)
     /// where that fails, as for arrays.
-    CStringT(VARIANT const & value);
+    template <kr::detail::PlainVariant<CStringT> Variant>
+    CStringT(Variant const & value) : CStringT(FromVariant(value))
+    {
+    }
+    template <kr::detail::ConvertsItself<CStringT> Variant>
+    explicit CStringT(Variant const & value) : CStringT(value.operator CStringT())
+    {
+    }
     /// Takes text of `wchar_t` where that is wider than a code unit; characters above U+FFFF become surrogate pairs.
     template <kr::detail::WideCharacter Wide>
     CStringT(Wide const * text) : CStringT(FromWide(text))
@@ -73,22 +81,22 @@ public:
             kr::detail::FreeTextBlock(block);
     }
 
-    CStringT & operator=(CStringT other) noexcept
-    {
-        swap(other);
-        return *this;
-    }
+    CStringT & operator=(CStringT other) noexcept { return swap(other), *this; }
     CStringT & operator=(Char const * text);
     CStringT & operator=(Char unit);
 
     /// Appending text of this object to itself is allowed.
-    CStringT & operator+=(CStringT const & other);
-    CStringT & operator+=(Char const * text);
-    CStringT & operator+=(Char unit);
-    void Append(Char const * text);
-    void Append(Char const * text, int length);
+    CStringT & operator+=(CStringT const & other) { return Append(other), *this; }
+    CStringT & operator+=(Char const * text) { return Append(text), *this; }
+    CStringT & operator+=(Char unit) { return AppendChar(unit), *this; }
+    void Append(Char const * text) { AppendView(ViewOf(text)); }
+    void Append(Char const * text, int length) { AppendView(ViewOf(text, length)); }
     void Append(CStringT const & other);
-    void AppendChar(Char unit);
+    void AppendChar(Char unit)
+    {
+        if (!Block::Of(m_text)->TryAppend(unit))
+            AppendView({&unit, 1});
+    }
     /// Makes `result` the two texts joined.
     static void Concatenate(CStringT & result, Char const * first, int firstLength, Char const * second,
                             int secondLength);
@@ -228,14 +236,11 @@ public:
         return left.GetLength() == right.GetLength() && std::memcmp(left.m_text, right.m_text, size) == 0;
     }
     friend bool operator==(CStringT const & left, Char const * right) noexcept { return left.Compare(right) == 0; }
-    friend std::strong_ordering operator<=>(CStringT const & left, CStringT const & right) noexcept
+    friend auto operator<=>(CStringT const & left, CStringT const & right) noexcept
     {
         return left.Compare(right) <=> 0;
     }
-    friend std::strong_ordering operator<=>(CStringT const & left, Char const * right) noexcept
-    {
-        return left.Compare(right) <=> 0;
-    }
+    friend auto operator<=>(CStringT const & left, Char const * right) noexcept { return left.Compare(right) <=> 0; }
 
     friend CStringT operator+(CStringT left, CStringT const & right) { return std::move(left += right); }
     friend CStringT operator+(CStringT left, Char const * right) { return std::move(left += right); }
@@ -255,7 +260,9 @@ private:
     static CStringT Join(TextView left, TextView right);
     [[noreturn]] static void RaiseInvalidArgument();
 
+    explicit CStringT(Block * block) noexcept : m_text(block->Text()) {}
     static Block * Allocate(std::size_t capacity);
+    static Block * NewBlock(TextView left, TextView right, std::size_t capacity = 0);
     void Adopt(Block * block) noexcept;
     void Assign(TextView text);
     void AppendView(TextView text);
@@ -270,6 +277,7 @@ private:
     void FormatList(Char const * format, std::initializer_list<kr::detail::FormatArgument> arguments);
     static CStringT LoadFormat(UINT formatId);
     static CStringT FromWide(wchar_t const * text);
+    static CStringT FromVariant(VARIANT const & value);
 
     static kr::detail::EmptyTextBlock<Char> s_empty;
 

@@ -23,19 +23,20 @@ void CStringT<Char>::AppendConverted(std::basic_string_view<OtherChar> text)
 {
     if (text.empty())
         return;
-    std::size_t const ascii = kr::detail::AsciiLength(text);
-    std::size_t const count = ascii == text.size() ? ascii : kr::detail::ConvertedLength(text);
+    bool const isAscii = kr::detail::IsAscii(text);
+    std::size_t const count = isAscii ? text.size() : kr::detail::ConvertedLength(text);
     Char * const end = GrowBy(count);
-    if (ascii == text.size())
-        std::copy_n(text.data(), count, end);
+    if (isAscii)
+        kr::detail::CopyAscii(end, text.data(), count);
     else
         kr::detail::Convert(text, end, count);
     SetLength(static_cast<std::size_t>(GetLength()) + count);
 }
 
 template <class Char>
-CStringT<Char>::CStringT(VARIANT const & value) : CStringT(kr::detail::TextOf(value))
+CStringT<Char> CStringT<Char>::FromVariant(VARIANT const & value)
 {
+    return kr::detail::TextOf(value);
 }
 
 template <class Char>

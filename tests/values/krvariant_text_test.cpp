@@ -1,0 +1,95 @@
+#include <krcore/values/krvariant.h>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+CKrVariant MakeFloat(float number)
+{
+    VARIANT value;
+    VariantInit(&value);
+    value.vt = VT_R4;
+    value.fltVal = number;
+    return CKrVariant(value);
+}
+
+CKrVariant WithTag(CKrVariant const & value, CKrVariant::EType type)
+{
+    return CKrVariant(static_cast<VARIANT const &>(value), type);
+}
+
+} // namespace
+
+TEST(CKrVariantText, GoesByTheTag)
+{
+    using T = CKrVariant;
+    int pointed = 0;
+    // clang-format off
+    struct { char const * what; CKrVariant value; WCHAR const * text; } const rows[] = {
+        { "text",              T(OLESTR("wall")),               OLESTR("wall")  },
+        { "true",              T(true),                         OLESTR("1")     },
+        { "false",             T(false),                        OLESTR("0")     },
+        { "double",            T(-0.25),                        OLESTR("-0.25") },
+        { "large double",      T(1e20),                         OLESTR("1E+20") },
+        { "float",             MakeFloat(0.5f),                 OLESTR("0.5")   },
+        { "float of 0.1",      MakeFloat(0.1f),                 OLESTR("0.100000001490116") },   // the double that it is
+        { "short",             T(short{-7}),                    OLESTR("-7")    },
+        { "long",              T(-2147483647 - 1),              OLESTR("-2147483648") },
+        { "index colour",      T(CKrColor(5)),                  OLESTR("-5")    },
+        { "colour",            T(CKrColor(1, 0, 0)),            OLESTR("1")     },
+        { "currency",          T(COleCurrency(12, 5000)),       OLESTR("12.5")  },
+        { "date",              T(COleDateTime(2021, 3, 15, 8, 5, 9)), OLESTR("3/15/2021 8:05:09 AM") },
+        { "invalid",           T(),                             OLESTR("")      },
+        { "pointer",           T(static_cast<void *>(&pointed)), OLESTR("")     },
+        { "texts",             T(std::vector<CString>{OLESTR("a")}), OLESTR("") },
+        { "point",             T(CKrPoint3(1, 2, 3)),           OLESTR("")      },
+        { "long as text",      WithTag(T(7), T::eString),       OLESTR("7")     },
+        { "text as double",    WithTag(T(OLESTR("2.50")), T::eDouble), OLESTR("2.5") },
+        { "text as long",      WithTag(T(OLESTR("x")), T::eLong), OLESTR("0")   },
+        { "long as date",      WithTag(T(44270), T::eOleDateTime), OLESTR("3/15/2021") },
+        { "text as date",      WithTag(T(OLESTR("abc")), T::eOleDateTime), OLESTR("Invalid DateTime") },
+        { "long as a dispatch", WithTag(T(7), T::eDispatch),    OLESTR("")      },
+    };
+    // clang-format on
+    for (auto const & row : rows)
+    {
+        SCOPED_TRACE(row.what);
+        EXPECT_EQ(row.value.GetAsString(), row.text);
+    }
+}
+
+TEST(CKrVariantText, GivesDatesInOneFormInTheInvariantText)
+{
+    CKrVariant const date(COleDateTime(2021, 3, 15, 8, 5, 9));
+    EXPECT_EQ(date.GetAsInvariantString(), OLESTR("2021-03-15 08:05:09"));
+    EXPECT_EQ(WithTag(date, CKrVariant::eDouble).GetAsInvariantString(), OLESTR("2021-03-15 08:05:09")); // vt decides
+    EXPECT_EQ(CKrVariant(2.5).GetAsInvariantString(), OLESTR("2.5"));
+    EXPECT_EQ(CKrVariant(true).GetAsInvariantString(), OLESTR("1"));
+    EXPECT_EQ(CKrVariant(COleCurrency(1, 5000)).GetAsInvariantString(),
+              CKrVariant(COleCurrency(1, 5000)).GetAsString());
+}
+
+TEST(CKrVariantText, IsThePlatformsOwnInTheLocaleText)
+{
+    EXPECT_EQ(CKrVariant(true).GetAsLocaleString(), OLESTR("-1"));
+    EXPECT_EQ(CKrVariant(false).GetAsLocaleString(), OLESTR("0"));
+    EXPECT_EQ(CKrVariant().GetAsLocaleString(), OLESTR(""));
+    EXPECT_EQ(CKrVariant(2.5).GetAsLocaleString(), OLESTR("2.5"));
+    EXPECT_EQ(CKrVariant(CKrColor(5)).GetAsLocaleString(), OLESTR("-5"));
+}
+
+TEST(CKrVariantText, RaisesThePlatformsFailureInTheLocaleTextOfAnArray)
+{
+    bool raised = false;
+    try
+    {
+        CKrVariant(std::vector<long>{1}).GetAsLocaleString();
+    }
+    catch (COleException * exception)
+    {
+        raised = exception->m_sc == DISP_E_TYPEMISMATCH;
+        exception->Delete();
+    }
+    EXPECT_TRUE(raised);
+}
