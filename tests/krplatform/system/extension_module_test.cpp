@@ -100,7 +100,10 @@ TEST_F(ExtensionModule, MayHaveLeftOrHaveNoRecord)
     AFX_EXTENSION_MODULE empty = {};
     new CDynLinkLibrary(empty);
     m_plain.Free();
-    EXPECT_EQ(AfxFindStringResourceHandle(500), GetModuleHandleW(nullptr));
+    AfxSetResourceHandle(m_leaf);
+    EXPECT_EQ(AfxFindStringResourceHandle(500), m_leaf);
+    EXPECT_EQ(AfxFindStringResourceHandle(100), m_leaf); // no record does not stand for the program
+    AfxSetResourceHandle(nullptr);
 }
 
 TEST_F(ExtensionModule, IsNotFoundWhenMemoryRunsOut)

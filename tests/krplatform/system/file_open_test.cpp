@@ -158,6 +158,8 @@ TEST_F(FileOpen, TellsWhyItFails)
 {
     std::filesystem::path const missing = m_directory / "none";
     std::filesystem::path const program = std::filesystem::read_symlink("/proc/self/exe");
+    // it runs, which is told only to those who might write to it
+    DWORD const ofProgram = access(program.c_str(), W_OK) == 0 ? ERROR_SHARING_VIOLATION : ERROR_ACCESS_DENIED;
     struct Row
     {
         std::filesystem::path path;
@@ -174,12 +176,13 @@ TEST_F(FileOpen, TellsWhyItFails)
         { m_directory.Path(),    GENERIC_READ,     OPEN_EXISTING, ERROR_ACCESS_DENIED     },
         { m_directory.Path(),    GENERIC_WRITE,    OPEN_EXISTING, ERROR_ACCESS_DENIED     },
         { m_directory.Path(),    GENERIC_WRITE,    CREATE_ALWAYS, ERROR_ACCESS_DENIED     },
-        { program,               GENERIC_WRITE,    OPEN_EXISTING, ERROR_SHARING_VIOLATION },  // it runs
+        { program,               GENERIC_WRITE,    OPEN_EXISTING, ofProgram               },
         { "",                    GENERIC_READ,     OPEN_EXISTING, ERROR_PATH_NOT_FOUND    },
         { m_file,                0,                OPEN_EXISTING, ERROR_INVALID_PARAMETER },
         { m_file,                0x10000000,       OPEN_EXISTING, ERROR_INVALID_PARAMETER },
         { m_file,                GENERIC_READ | 1, OPEN_EXISTING, ERROR_INVALID_PARAMETER },
         { m_file,                GENERIC_READ,     CREATE_ALWAYS, ERROR_INVALID_PARAMETER },
+        { missing,               GENERIC_READ,     CREATE_ALWAYS, ERROR_INVALID_PARAMETER },
         { m_file,                GENERIC_WRITE,    1,             ERROR_INVALID_PARAMETER },
         { m_file,                GENERIC_WRITE,    4,             ERROR_INVALID_PARAMETER },
     };
@@ -196,6 +199,7 @@ TEST_F(FileOpen, TellsWhyItFails)
               INVALID_HANDLE_VALUE);
     EXPECT_EQ(GetLastError(), ERROR_INVALID_NAME);
     EXPECT_EQ(ReadText(m_file), "text");
+    EXPECT_FALSE(std::filesystem::exists(missing));
 }
 
 TEST_F(FileOpen, IsRefusedWhatTheUserHasNoRightTo)

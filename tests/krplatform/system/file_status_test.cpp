@@ -83,8 +83,8 @@ TEST(FileAttributes, TakeNamesInAnySpelling)
     }
     CurrentDirectory const current(directory.Path());
     EXPECT_EQ(GetFileAttributesW((OLESTR("sub\\") + last).c_str()), FILE_ATTRIBUTE_NORMAL);
-    EXPECT_EQ(GetFileAttributesW(OLESTR("\\")), FILE_ATTRIBUTE_DIRECTORY);
-    EXPECT_EQ(GetFileAttributesW(OLESTR("\\\\")), FILE_ATTRIBUTE_DIRECTORY);
+    for (WCHAR const * const root : {OLESTR("/"), OLESTR("\\"), OLESTR("\\\\")})
+        EXPECT_EQ(GetFileAttributesW(root) & ~FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_DIRECTORY);
 }
 
 /// Names that reach no file, with the error that each gives.

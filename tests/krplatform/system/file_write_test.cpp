@@ -100,7 +100,35 @@ TEST(WriteFile, TellsHowMuchFitted)
     EXPECT_TRUE(CloseHandle(file));
 }
 
-void DoNothing(int) {}
+std::atomic<int> s_signals = 0;
+
+void CountSignal(int) { ++s_signals; }
+
+void Interrupt(pthread_t thread)
+{
+    int const before = s_signals;
+    pthread_kill(thread, SIGUSR1);
+    while (s_signals == before)
+        std::this_thread::yield();
+}
+
+/// Reads a pipe until it is empty and the writer has ended. Before each piece it interrupts the writer, whom the full
+/// pipe keeps waiting: the first time in the midst of its bytes, then before it could write one.
+std::string ReadWithSignals(int pipe, pthread_t writer, std::atomic<bool> const & hasEnded)
+{
+    std::string text;
+    for (bool isLast = false; !isLast;)
+    {
+        for (int times = 0; times < 4 && !hasEnded; ++times)
+            Interrupt(writer);
+        bool const wasComplete = hasEnded;
+        char bytes[5000];
+        ssize_t const count = read(pipe, bytes, sizeof bytes);
+        text.append(bytes, count > 0 ? static_cast<std::size_t>(count) : 0);
+        isLast = wasComplete && count <= 0;
+    }
+    return text;
+}
 
 TEST(WriteFile, GoesOnAfterSignals)
 {
@@ -111,31 +139,19 @@ TEST(WriteFile, GoesOnAfterSignals)
     HANDLE const file = Create(path);
     struct sigaction interrupting = {}; // calls are not taken up again by themselves
     struct sigaction before;
-    interrupting.sa_handler = DoNothing;
+    interrupting.sa_handler = CountSignal;
     sigaction(SIGUSR1, &interrupting, &before);
-    pthread_t const writer = pthread_self();
-    std::string read_;
-    std::atomic<bool> isClosed = false;
-    std::thread draining(
-        [&]
-        {
-            char bytes[5000];
-            while (!isClosed || !read_.ends_with('!'))
-            {
-                pthread_kill(writer, SIGUSR1);
-                ssize_t const count = read(reader, bytes, sizeof bytes);
-                if (count > 0)
-                    read_.append(bytes, static_cast<std::size_t>(count));
-            }
-        });
+    std::string received;
+    std::atomic<bool> hasEnded = false;
+    std::thread reading([&, writer = pthread_self()] { received = ReadWithSignals(reader, writer, hasEnded); });
     std::string const text = std::string(1000000, 'x') + "!";
     DWORD written = 0;
     EXPECT_TRUE(WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr));
-    isClosed = true;
-    draining.join();
+    hasEnded = true;
+    reading.join();
     sigaction(SIGUSR1, &before, nullptr);
     EXPECT_EQ(written, text.size());
-    EXPECT_TRUE(read_ == text);
+    EXPECT_TRUE(received == text);
     EXPECT_TRUE(CloseHandle(file));
     close(reader);
 }

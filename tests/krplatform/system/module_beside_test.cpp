@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 using namespace kr::test;
 
 namespace
@@ -67,12 +69,14 @@ TEST(LoadLibraryBeside, TakesWhatIsInMemoryAlready)
     TemporaryDirectory const first;
     TemporaryDirectory const second;
     CopyAll(second);
+    unsetenv("KR_TEST_LEAF_LOADS");
     LoadedForTest const leaf(CopyModule("kr_leaf.so", first));
     HMODULE const module = LoadRoot(second, LOAD_WITH_ALTERED_SEARCH_PATH);
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(GetProcAddress(module, "KrTestRoot")(), 111);
     EXPECT_EQ(CountLoadedFrom(first.Path()), 1);
     EXPECT_EQ(CountLoadedFrom(second.Path()), 2);
+    EXPECT_STREQ(std::getenv("KR_TEST_LEAF_LOADS"), "x"); // not even for a while twice
     EXPECT_TRUE(FreeLibrary(module));
     EXPECT_EQ(CountLoadedFrom(second.Path()), 0);
 }

@@ -106,6 +106,7 @@ TEST(GetModuleHandle, FindsAModuleWhoseFileIsGone)
     LoadedForTest const module(path);
     std::filesystem::remove(path);
     EXPECT_EQ(GetModuleHandleW(NameOf(path).c_str()), module);
+    EXPECT_EQ(GetModuleHandleW(HandedOut(path).c_str()), module);
     EXPECT_EQ(GetModuleHandleW(OLESTR("kr_plain")), module);
 }
 
