@@ -17,14 +17,11 @@ int CStringT<Char>::Compare(Char const * text) const noexcept
     if (!text)
         return IsEmpty() ? 0 : 1;
     std::size_t index = 0;
-    for (std::size_t const length = static_cast<std::size_t>(GetLength()); index < length; ++index)
-    {
-        if (text[index] == 0)
-            return 1;
-        if (m_text[index] != text[index])
-            return kr::detail::UnitValue(m_text[index]) < kr::detail::UnitValue(text[index]) ? -1 : 1;
-    }
-    return text[index] == 0 ? 0 : -1;
+    while (m_text[index] == text[index] && m_text[index] != 0)
+        ++index;
+    if (m_text[index] == text[index]) // both at a zero, which may lie inside this text
+        return static_cast<std::size_t>(GetLength()) > index ? 1 : 0;
+    return kr::detail::UnitValue(m_text[index]) < kr::detail::UnitValue(text[index]) ? -1 : 1;
 }
 
 template <class Char>

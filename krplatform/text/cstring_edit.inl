@@ -129,7 +129,7 @@ CStringT<Char> & MapUnits(CStringT<Char> & text, Map const & map)
     {
         std::ptrdiff_t const first = changed - view.begin();
         Char * const units = text.GetBuffer();
-        std::transform(units + first, units + text.GetLength(), units + first, map);
+        std::transform(units + first, units + text.GetLength(), units + first, std::cref(map));
     }
     return text;
 }

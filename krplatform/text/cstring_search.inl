@@ -33,9 +33,7 @@ CStringT<Char> CStringT<Char>::Part(std::size_t first, std::size_t count) const
     TextView const part = text.substr(std::min(first, text.size()), count);
     if (part.size() == text.size())
         return *this;
-    CStringT result;
-    result.Assign(part);
-    return result;
+    return CStringT(NewBlock(part, {}));
 }
 
 template <class Char>

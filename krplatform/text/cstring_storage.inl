@@ -17,6 +17,15 @@ auto CStringT<Char>::ViewOf(Char const * text, int length) -> TextView
     return text ? TextView(text, static_cast<std::size_t>(length)) : TextView();
 }
 
+namespace kr::detail
+{
+
+/// The room that a text of that length is given when more is put to it, since still more will follow; none for empty
+/// texts, which mostly stay as long as they are made.
+constexpr std::size_t GrownCapacity(std::size_t length) { return length == 0 ? 0 : length + length / 2 + 16; }
+
+} // namespace kr::detail
+
 template <class Char>
 auto CStringT<Char>::Allocate(std::size_t capacity) -> Block *
 {
@@ -32,6 +41,21 @@ auto CStringT<Char>::Allocate(std::size_t capacity) -> Block *
     return new (memory) Block{{1}, 0, static_cast<int>((size - sizeof(Block)) / sizeof(Char) - 1)};
 }
 
+/// A new block with the two texts joined and room for `capacity` units at least; that of all empty texts where they are
+/// empty.
+template <class Char>
+auto CStringT<Char>::NewBlock(TextView left, TextView right, std::size_t capacity) -> Block *
+{
+    std::size_t const length = left.size() + right.size();
+    if (length == 0 && capacity == 0)
+        return &s_empty.block;
+    Block * const block = Allocate(std::max(length, capacity));
+    kr::detail::CopyUnits(block->Text(), left.data(), left.size());
+    kr::detail::CopyUnits(block->Text() + left.size(), right.data(), right.size());
+    block->SetLength(length);
+    return block;
+}
+
 /// Takes over a block in place of the present one.
 template <class Char>
 void CStringT<Char>::Adopt(Block * block) noexcept
@@ -41,18 +65,13 @@ void CStringT<Char>::Adopt(Block * block) noexcept
         kr::detail::FreeTextBlock(old);
 }
 
-/// Storage of its own for `capacity` units. The text stays, cut where that is less.
+/// Storage of its own for `capacity` units at least. The text stays.
 template <class Char>
 Char * CStringT<Char>::MakeWritable(int capacity)
 {
     Block const * const block = Block::Of(m_text);
     if (!block->IsWritable() || block->capacity < capacity)
-    {
-        Block * const copy = Allocate(static_cast<std::size_t>(std::max(capacity, block->length)));
-        kr::detail::CopyUnits(copy->Text(), m_text, static_cast<std::size_t>(block->length) + 1);
-        copy->length = block->length;
-        Adopt(copy);
-    }
+        Adopt(NewBlock(View(), {}, static_cast<std::size_t>(std::max(capacity, 1))));
     return m_text;
 }
 
@@ -62,15 +81,8 @@ Char * CStringT<Char>::GrowBy(std::size_t count)
 {
     Block const * const block = Block::Of(m_text);
     std::size_t const length = static_cast<std::size_t>(block->length);
-    std::size_t const needed = length + count;
-    bool const isWritable = block->IsWritable();
-    if (!isWritable || needed > static_cast<std::size_t>(block->capacity))
-    {
-        Block * const grown = Allocate(std::max(needed, isWritable ? length + length / 2 : 0));
-        kr::detail::CopyUnits(grown->Text(), m_text, length + 1);
-        grown->length = block->length;
-        Adopt(grown);
-    }
+    if (!block->IsWritable() || length + count > static_cast<std::size_t>(block->capacity))
+        Adopt(NewBlock(View(), {}, std::max({length + count, kr::detail::GrownCapacity(length), std::size_t{1}})));
     return m_text + length;
 }
 
@@ -78,8 +90,7 @@ Char * CStringT<Char>::GrowBy(std::size_t count)
 template <class Char>
 void CStringT<Char>::SetLength(std::size_t length) noexcept
 {
-    Block::Of(m_text)->length = static_cast<int>(length);
-    m_text[length] = 0;
+    Block::Of(m_text)->SetLength(length);
 }
 
 /// `text` may lie inside this text.
@@ -87,18 +98,11 @@ template <class Char>
 void CStringT<Char>::Assign(TextView text)
 {
     Block const * const block = Block::Of(m_text);
-    if (text.empty())
-        Empty();
-    else if (block->IsWritable() && text.size() <= static_cast<std::size_t>(block->capacity))
-    {
-        kr::detail::MoveUnits(m_text, text.data(), text.size());
-        SetLength(text.size());
-    }
+    if (text.empty() || !block->IsWritable() || text.size() > static_cast<std::size_t>(block->capacity))
+        Adopt(NewBlock(text, {}));
     else
     {
-        Block * const copy = Allocate(text.size());
-        kr::detail::CopyUnits(copy->Text(), text.data(), text.size());
-        Adopt(copy);
+        kr::detail::MoveUnits(m_text, text.data(), text.size());
         SetLength(text.size());
     }
 }
@@ -118,46 +122,31 @@ void CStringT<Char>::AppendView(TextView text)
 {
     if (text.empty())
         return;
-    Block const * const block = Block::Of(m_text);
+    Block * const block = Block::Of(m_text);
     std::size_t const length = static_cast<std::size_t>(block->length);
-    std::size_t const newLength = length + text.size();
-    bool const isWritable = block->IsWritable();
-    if (isWritable && newLength <= static_cast<std::size_t>(block->capacity))
-        kr::detail::MoveUnits(m_text + length, text.data(), text.size());
-    else
+    if (block->IsWritable() && length + text.size() <= static_cast<std::size_t>(block->capacity))
     {
-        Block * const grown = Allocate(std::max(newLength, isWritable ? length + length / 2 : 0));
-        kr::detail::CopyUnits(grown->Text(), m_text, length);
-        kr::detail::CopyUnits(grown->Text() + length, text.data(), text.size());
-        Adopt(grown);
+        kr::detail::MoveUnits(m_text + length, text.data(), text.size());
+        block->SetLength(length + text.size());
     }
-    SetLength(newLength);
+    else
+        Adopt(NewBlock(View(), text, kr::detail::GrownCapacity(length)));
 }
 
 template <class Char>
 CStringT<Char> CStringT<Char>::Join(TextView left, TextView right)
 {
-    CStringT result;
-    if (!left.empty() || !right.empty())
-    {
-        Char * const text = result.GrowBy(left.size() + right.size());
-        kr::detail::CopyUnits(text, left.data(), left.size());
-        kr::detail::CopyUnits(text + left.size(), right.data(), right.size());
-        result.SetLength(left.size() + right.size());
-    }
-    return result;
+    return CStringT(NewBlock(left, right));
 }
 
 template <class Char>
-CStringT<Char>::CStringT(Char const * text) : CStringT()
+CStringT<Char>::CStringT(Char const * text) : CStringT(NewBlock(ViewOf(text), {}))
 {
-    Assign(ViewOf(text));
 }
 
 template <class Char>
-CStringT<Char>::CStringT(Char const * text, int length) : CStringT()
+CStringT<Char>::CStringT(Char const * text, int length) : CStringT(NewBlock(ViewOf(text, length), {}))
 {
-    Assign(ViewOf(text, length));
 }
 
 template <class Char>
@@ -185,52 +174,12 @@ CStringT<Char> & CStringT<Char>::operator=(Char unit)
 }
 
 template <class Char>
-CStringT<Char> & CStringT<Char>::operator+=(CStringT const & other)
-{
-    Append(other);
-    return *this;
-}
-
-template <class Char>
-CStringT<Char> & CStringT<Char>::operator+=(Char const * text)
-{
-    AppendView(ViewOf(text));
-    return *this;
-}
-
-template <class Char>
-CStringT<Char> & CStringT<Char>::operator+=(Char unit)
-{
-    AppendChar(unit);
-    return *this;
-}
-
-template <class Char>
-void CStringT<Char>::Append(Char const * text)
-{
-    AppendView(ViewOf(text));
-}
-
-template <class Char>
-void CStringT<Char>::Append(Char const * text, int length)
-{
-    AppendView(ViewOf(text, length));
-}
-
-template <class Char>
 void CStringT<Char>::Append(CStringT const & other)
 {
     if (IsEmpty())
         *this = other;
     else
         AppendView(other.View());
-}
-
-template <class Char>
-void CStringT<Char>::AppendChar(Char unit)
-{
-    *GrowBy(1) = unit;
-    SetLength(static_cast<std::size_t>(GetLength()) + 1);
 }
 
 template <class Char>

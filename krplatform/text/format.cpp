@@ -178,8 +178,8 @@ private:
     void WriteView(FormatSpec const & spec, std::basic_string_view<OtherChar> text)
     {
         FormatOutput<Char> converted;
-        if (AsciiLength(text) == text.size())
-            std::copy(text.begin(), text.end(), converted.Extend(text.size()));
+        if (IsAscii(text))
+            CopyAscii(converted.Extend(text.size()), text.data(), text.size());
         else
         {
             std::size_t const length = ConvertedLength(text);

@@ -43,7 +43,7 @@ public:
         if constexpr (sizeof(Char) == 1)
             Append(text);
         else
-            std::copy(text.begin(), text.end(), Extend(text.size()));
+            CopyAscii(Extend(text.size()), text.data(), text.size());
     }
 
 private:

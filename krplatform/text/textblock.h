@@ -35,6 +35,27 @@ struct TextBlock
 
     bool IsWritable() const noexcept { return capacity != 0 && HasOneOwner(); }
 
+    /// For a block with one owner.
+    void SetLength(std::size_t newLength) noexcept
+    {
+        length = static_cast<int>(newLength);
+        Text()[newLength] = 0;
+    }
+
+    /// False where there is no room of its own for one more unit.
+    bool TryAppend(Char unit) noexcept
+    {
+        int const used = length;
+        bool const fits = HasOneOwner() && used < capacity;
+        if (fits)
+        {
+            Text()[used] = unit;
+            Text()[used + 1] = 0;
+            length = used + 1;
+        }
+        return fits;
+    }
+
 private:
     // whoever sees 1 holds that reference, so nobody else can add to it
     bool HasOneOwner() const noexcept { return references.load(std::memory_order_acquire) == 1; }

@@ -4,6 +4,7 @@
 #include <krplatform/base/types.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -34,31 +35,73 @@ void MoveUnits(Char * destination, Char const * source, std::size_t count) noexc
         std::memmove(destination, source, count * sizeof(Char));
 }
 
-/// The number of units at the beginning that both have in common, compared in words of eight bytes.
+/// The place of the first unit in which two words differ.
+template <class Char>
+std::size_t FirstDifference(std::uint64_t difference) noexcept
+{
+    int const bits =
+        std::endian::native == std::endian::little ? std::countr_zero(difference) : std::countl_zero(difference);
+    return static_cast<std::size_t>(bits) / (8 * sizeof(Char));
+}
+
+/// The number of units at the beginning that both have in common, a word of eight bytes at a time.
 template <class Char>
 std::size_t CommonLength(Char const * left, Char const * right, std::size_t count) noexcept
 {
     constexpr std::size_t step = sizeof(std::uint64_t) / sizeof(Char);
-    std::size_t index = 0;
-    for (; index + step <= count; index += step)
+    auto const differenceAt = [left, right](std::size_t index)
     {
         std::uint64_t leftWord, rightWord;
         std::memcpy(&leftWord, left + index, sizeof leftWord);
         std::memcpy(&rightWord, right + index, sizeof rightWord);
-        if (leftWord != rightWord)
-            break;
+        return leftWord ^ rightWord;
+    };
+    std::size_t index = 0;
+    for (; index + step <= count; index += step)
+    {
+        if (std::uint64_t const difference = differenceAt(index); difference != 0)
+            return index + FirstDifference<Char>(difference);
     }
     while (index < count && left[index] == right[index])
         ++index;
     return index;
 }
 
-/// The number of ASCII units at the beginning.
+/// Whether all units are ASCII, looked at in words of eight bytes.
 template <class Char>
-std::size_t AsciiLength(std::basic_string_view<Char> text) noexcept
+bool IsAscii(std::basic_string_view<Char> text) noexcept
 {
-    auto const isOther = [](Char unit) { return UnitValue(unit) >= 0x80; };
-    return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isOther) - text.begin());
+    constexpr std::size_t step = sizeof(std::uint64_t) / sizeof(Char);
+    constexpr std::uint64_t beyondAscii = sizeof(Char) == 1 ? 0x8080808080808080 : 0xFF80FF80FF80FF80;
+    std::uint64_t found = 0;
+    std::size_t index = 0;
+    for (; index + step <= text.size(); index += step)
+    {
+        std::uint64_t word;
+        std::memcpy(&word, text.data() + index, sizeof word);
+        found |= word;
+    }
+    for (; index < text.size(); ++index)
+        found |= UnitValue(text[index]);
+    return (found & beyondAscii) == 0;
+}
+
+/// Copies ASCII units to units of the other width.
+template <class Char, class OtherChar>
+void CopyAscii(Char * destination, OtherChar const * source, std::size_t count) noexcept
+{
+    constexpr std::size_t step = 8;
+    for (; count >= step; count -= step, source += step, destination += step)
+    {
+        OtherChar units[step]; // arrays of their own, which the compiler knows not to overlap, are converted as one
+        Char converted[step];
+        CopyUnits(units, source, step);
+        for (std::size_t index = 0; index < step; ++index)
+            converted[index] = static_cast<Char>(units[index]);
+        CopyUnits(destination, converted, step);
+    }
+    for (std::size_t index = 0; index < count; ++index)
+        destination[index] = static_cast<Char>(source[index]);
 }
 
 /// The number of units that `text` takes in the process code page, or that bytes of it take.

@@ -28,6 +28,14 @@ std::uint64_t BitsOf(double value) { return std::bit_cast<std::uint64_t>(value);
 
 double Read(std::string const & text) { return wcstod(kr::test::Widen(text).c_str(), nullptr); }
 
+/// `begin`, then `count` times `digit`, then `end`.
+std::string Repeat(std::string begin, std::size_t count, char digit, std::string const & end)
+{
+    begin.append(count, digit);
+    begin.append(end);
+    return begin;
+}
+
 /// The C library reads by the C locale here.
 void CheckAgainstTheCLibrary(std::string const & text)
 {
@@ -104,17 +112,17 @@ TEST(Wcstod, ReadsNumbersOfAnyLengthExactly)
 {
     std::string const exactHalf = "1.00000000000000011102230246251565404236316680908203125"; // between 1 and the next
     EXPECT_EQ(Read(exactHalf), 1.0);
-    EXPECT_EQ(Read(exactHalf + std::string(900, '0')), 1.0);
-    EXPECT_EQ(Read(exactHalf + std::string(900, '0') + "1"), std::nextafter(1.0, 2.0)) << "the last digit decides";
-    EXPECT_EQ(Read(std::string(1000, '0') + "12.5"), 12.5);
-    EXPECT_EQ(Read("0." + std::string(400, '0') + "1e401"), 1.0);
-    EXPECT_EQ(Read("1" + std::string(400, '0') + "e-400"), 1.0);
-    EXPECT_EQ(Read("1" + std::string(900, '0') + ".5e-900"), 1.0);
-    EXPECT_EQ(Read("1" + std::string(400, '0')), HUGE_VAL);
-    EXPECT_EQ(Read("12.5" + std::string(100, '0')), 12.5);
-    EXPECT_EQ(Read(std::string(70, '.')), 0.0);
-    CheckAgainstTheCLibrary(std::string(800, '7') + "e-795");
-    CheckAgainstTheCLibrary("0.000" + std::string(800, '3'));
+    EXPECT_EQ(Read(Repeat(exactHalf, 900, '0', "")), 1.0);
+    EXPECT_EQ(Read(Repeat(exactHalf, 900, '0', "1")), std::nextafter(1.0, 2.0)) << "the last digit decides";
+    EXPECT_EQ(Read(Repeat("", 1000, '0', "12.5")), 12.5);
+    EXPECT_EQ(Read(Repeat("0.", 400, '0', "1e401")), 1.0);
+    EXPECT_EQ(Read(Repeat("1", 400, '0', "e-400")), 1.0);
+    EXPECT_EQ(Read(Repeat("1", 900, '0', ".5e-900")), 1.0);
+    EXPECT_EQ(Read(Repeat("1", 400, '0', "")), HUGE_VAL);
+    EXPECT_EQ(Read(Repeat("12.5", 100, '0', "")), 12.5);
+    EXPECT_EQ(Read(Repeat("", 70, '.', "")), 0.0);
+    CheckAgainstTheCLibrary(Repeat("", 800, '7', "e-795"));
+    CheckAgainstTheCLibrary(Repeat("0.000", 800, '3', ""));
     CheckAgainstTheCLibrary("1.7976931348623157e308");
     CheckAgainstTheCLibrary("1.7976931348623158e308");
     CheckAgainstTheCLibrary("1.7976931348623159e308");
