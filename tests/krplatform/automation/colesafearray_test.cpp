@@ -92,8 +92,8 @@ TEST(COleSafeArray, RefusesWhatHoldsNoArray)
     COleVariant const number(5L);
     COleVariant const text(OLESTR("text"));
     COleVariant const empty;
-    for (VARIANT const * source : {static_cast<VARIANT const *>(number), static_cast<VARIANT const *>(text),
-                                   static_cast<VARIANT const *>(empty)})
+    for (VARIANT const * source : {static_cast<VARIANT const *>(&number), static_cast<VARIANT const *>(&text),
+                                   static_cast<VARIANT const *>(&empty)})
     {
         EXPECT_EQ(ThrownResult([&] { COleSafeArray array(source); }), DISP_E_TYPEMISMATCH);
         EXPECT_EQ(ThrownResult([&] { COleSafeArray array(*source); }), DISP_E_TYPEMISMATCH);

@@ -392,7 +392,7 @@ TEST(COleVariantMemory, ConstructorsLeakNothingWhenItRunsOut)
     EXPECT_EQ(FailEveryAllocation([&] { COleVariant value(text); }, check), 1u);
     EXPECT_EQ(FailEveryAllocation([&] { COleVariant value(source); }, check), 1u);
     EXPECT_EQ(FailEveryAllocation([&] { COleVariant value(static_cast<VARIANT const &>(source)); }, check), 1u);
-    EXPECT_EQ(FailEveryAllocation([&] { COleVariant value(static_cast<VARIANT const *>(source)); }, check), 1u);
+    EXPECT_EQ(FailEveryAllocation([&] { COleVariant value(static_cast<VARIANT const *>(&source)); }, check), 1u);
 }
 
 TEST(COleVariantMemory, AssignmentsKeepTheOldValueWhenItRunsOut)
@@ -410,5 +410,6 @@ TEST(COleVariantMemory, AssignmentsKeepTheOldValueWhenItRunsOut)
     failing([&] { value = text; });
     failing([&] { value = source; });
     failing([&] { value = static_cast<VARIANT const &>(source); });
-    failing([&] { value.ChangeType(VT_BSTR, COleVariant(333L)); });
+    COleVariant number(333L);
+    failing([&] { value.ChangeType(VT_BSTR, &number); });
 }
