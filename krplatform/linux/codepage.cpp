@@ -1,0 +1,135 @@
+#include <krplatform/codepage/codepage.h>
+#include <krplatform/linux/codepage_convert.h>
+#include <krplatform/linux/codepage_process.h>
+#include <krplatform/linux/codepage_registry.h>
+
+#include <limits>
+#include <string>
+
+namespace kr::detail
+{
+
+namespace
+{
+
+int Fail(DWORD error)
+{
+    SetLastError(error);
+    return 0;
+}
+
+/// The number of places, or 0 with the last error set.
+int AnswerOf(Conversion conversion)
+{
+    if (conversion.error != ERROR_SUCCESS)
+        return Fail(conversion.error);
+    if (conversion.count > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        return Fail(ERROR_INVALID_PARAMETER);
+    return static_cast<int>(conversion.count);
+}
+
+template <class Source, class Target>
+bool AreBuffersUsable(Source const * source, int length, Target const * target, int room)
+{
+    return source && length != 0 && room >= 0 && (target || room == 0) &&
+           static_cast<void const *>(source) != static_cast<void const *>(target);
+}
+
+/// A negative length measures up to and with the zero.
+template <class Char>
+std::basic_string_view<Char> ViewOf(Char const * text, int length)
+{
+    return {text, length < 0 ? std::char_traits<Char>::length(text) + 1 : static_cast<std::size_t>(length)};
+}
+
+template <class Char>
+Destination<Char> DestinationOf(Char * buffer, int room)
+{
+    return {buffer, static_cast<std::size_t>(room)};
+}
+
+/// What a code page is converted by: a table, or the rules of UTF-8.
+struct Scheme
+{
+    CodePageTable const * table;
+    bool isUtf8;
+};
+
+/// Neither, with the last error set, for an unknown code page and when memory runs out.
+inline Scheme FindScheme(UINT codePage)
+{
+    if (codePage == CP_ACP || codePage == CP_THREAD_ACP)
+        codePage = ProcessCodePage();
+    bool const isUtf8 = codePage == CP_UTF8;
+    return {isUtf8 ? nullptr : FindCodePage(codePage), isUtf8};
+}
+
+/// The caller's substitute may be a character of two bytes.
+CharacterBytes DefaultBytes(CodePageTable const & table, char const * defaultChar)
+{
+    if (!defaultChar)
+        return '?';
+    auto const first = static_cast<BYTE>(defaultChar[0]);
+    if (!table.IsLead(first) || defaultChar[1] == 0)
+        return first;
+    return TwoBytes(first, static_cast<BYTE>(defaultChar[1]));
+}
+
+/// One unit into sufficient room: whoever writes text unit by unit asks so, and saves a third of the time.
+int NarrowUnit(CodePageTable const & table, Substitution substitution, WCHAR unit, char * bytes, BOOL * usedDefault)
+{
+    CharacterBytes const found = BytesFor(unit, table, substitution);
+    if (usedDefault)
+        *usedDefault = found == noBytes;
+    return PutCharacter(bytes, found == noBytes ? substitution.bytes : found);
+}
+
+} // namespace
+
+} // namespace kr::detail
+
+using namespace kr::detail;
+
+int WideCharToMultiByte(UINT codePage, DWORD flags, WCHAR const * text, int length, char * bytes, int room,
+                        char const * defaultChar, BOOL * usedDefault)
+{
+    if (!AreBuffersUsable(text, length, bytes, room))
+        return Fail(ERROR_INVALID_PARAMETER);
+    auto const [table, isUtf8] = FindScheme(codePage);
+    if (!table && !isUtf8)
+        return 0;
+    DWORD const knownFlags = WC_NO_BEST_FIT_CHARS | (isUtf8 ? WC_ERR_INVALID_CHARS : 0);
+    if ((flags & ~knownFlags) != 0)
+        return Fail(ERROR_INVALID_FLAGS);
+
+    bool const exactOnly = (flags & WC_NO_BEST_FIT_CHARS) != 0;
+    if (table && length == 1 && room >= 2)
+        return NarrowUnit(*table, {exactOnly, DefaultBytes(*table, defaultChar)}, *text, bytes, usedDefault);
+    TextView const view = ViewOf(text, length);
+    Destination<char> const destination = DestinationOf(bytes, room);
+    bool isDefaultUsed = false;
+    Conversion const conversion =
+        isUtf8 ? NarrowToUtf8((flags & WC_ERR_INVALID_CHARS) != 0, view, destination, isDefaultUsed)
+               : NarrowText(*table, {exactOnly, DefaultBytes(*table, defaultChar)}, view, destination, isDefaultUsed);
+    if (usedDefault)
+        *usedDefault = isDefaultUsed;
+    return AnswerOf(conversion);
+}
+
+int MultiByteToWideChar(UINT codePage, DWORD flags, char const * bytes, int length, WCHAR * text, int room)
+{
+    if (!AreBuffersUsable(bytes, length, text, room))
+        return Fail(ERROR_INVALID_PARAMETER);
+    auto const [table, isUtf8] = FindScheme(codePage);
+    if (!table && !isUtf8)
+        return 0;
+    DWORD const knownFlags = MB_ERR_INVALID_CHARS | (isUtf8 ? 0 : MB_PRECOMPOSED);
+    if ((flags & ~knownFlags) != 0)
+        return Fail(ERROR_INVALID_FLAGS);
+
+    bool const validOnly = (flags & MB_ERR_INVALID_CHARS) != 0;
+    std::string_view const view = ViewOf(bytes, length);
+    Destination<WCHAR> const destination = DestinationOf(text, room);
+    return AnswerOf(isUtf8 ? WidenUtf8(validOnly, view, destination)
+                           : WidenBytes(*table, validOnly, view, destination));
+}
