@@ -77,6 +77,7 @@ TEST(MonthNames, StandAnywhereAndInAnyCase)
         { OLESTR("15 Marc 2021"),         "none" },
         { OLESTR("15 Ma 2021"),           "none" },
         { OLESTR("15 Marchx 2021"),       "none" },
+        { OLESTR("JanFeb 2021"),          "none" },           // a word ends where no letter follows
         { OLESTR("15 xMarch 2021"),       "none" },
         { OLESTR("15th March 2021"),      "none" },
         { OLESTR("15 of March 2021"),     "none" },

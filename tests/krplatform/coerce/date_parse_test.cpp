@@ -126,6 +126,8 @@ TEST(TextToDate, CompletesYearsOfTwoDigits)
         { OLESTR("1/2/9999"),   "01/02/9999" },
         { OLESTR("1/2/10000"),  "none"       },
         { OLESTR("1/2/99999999999999999999"), "none" },
+        { OLESTR("4294967297/2/2021"), "none"    },     // 1, were it cut to 32 bits
+        { OLESTR("0000000000001/2/2021"), "01/02/2021" },
     };
     // clang-format on
     CheckRows(rows, american);
@@ -205,6 +207,8 @@ TEST(TextToDate, ReadsTimesOfOneToThreeNumbers)
         { OLESTR("8:"),              "none" },
         { OLESTR(":05"),             "none" },
         { OLESTR("8:05 9:05"),       "none" },
+        { OLESTR("8:05 9 PM"),       "none" },
+        { OLESTR("8 AM 9 PM"),       "none" },
         { OLESTR("8"),               "none" },
         { OLESTR("44270.5"),         "none" },
         { OLESTR("1 2 3 4:5"),       "01/02/2003 04:05:00" },
@@ -212,6 +216,7 @@ TEST(TextToDate, ReadsTimesOfOneToThreeNumbers)
         { OLESTR("1/2/3 4:5:6"),     "01/02/2003 04:05:06" },
         { OLESTR("1/2/3, 4:5"),      "01/02/2003 04:05:00" },
         { OLESTR("1/2/3/4:5"),       "none" },
+        { OLESTR("1/2/3 4:5:6 PM 7"), "none" },      // one item too many
         { OLESTR("1:2/3/4"),         "none" },
         { OLESTR("1/2/34:5"),        "none" },
         { OLESTR("2021-03-15T08:05:09"), "none" },

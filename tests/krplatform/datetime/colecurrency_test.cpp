@@ -177,18 +177,13 @@ TEST(COleCurrency, TellsWantOfMemoryAndLeavesNothingBehind)
 {
     COleCurrency const amount(12, 5000);
     EXPECT_EQ(Show(amount.Format(0, 127)), "12.5");
-    auto const check = []
+    std::size_t const before = LiveAllocations();
+    for (std::size_t n = 1; n <= 2; ++n)
     {
-        try
-        {
-            throw;
-        }
-        catch (CMemoryException * exception)
-        {
-            exception->Delete();
-        }
-    };
-    EXPECT_GE(FailEveryAllocation([&] { amount.Format(0, 127); }, check), 2u);
+        FailNthAllocation const fail(n);
+        EXPECT_EQ(ThrownResult([&] { amount.Format(0, 127); }), E_OUTOFMEMORY) << n;
+        EXPECT_EQ(LiveAllocations(), before) << n;
+    }
 }
 
 } // namespace kr::test

@@ -110,20 +110,30 @@ TEST(COleDateTimeFormat, RaisesInvalidArgumentForANullPatternWhateverTheStatus)
 TEST(COleDateTimeFormat, TellsWantOfMemoryAndLeavesNothingBehind)
 {
     COleDateTime const date(2021, 3, 15, 8, 5, 9);
-    EXPECT_EQ(Show(date.Format(0, 1033)), "3/15/2021 8:05:09 AM");
-    auto const check = []
+    EXPECT_EQ(Show(date.Format(0, 1033)), "3/15/2021 8:05:09 AM"); // the locale is known from here on
+    std::size_t const before = LiveAllocations();
+    for (std::size_t n = 1; n <= 2; ++n)
     {
-        try
-        {
-            throw;
-        }
-        catch (CMemoryException * exception)
-        {
-            exception->Delete();
-        }
-    };
-    EXPECT_EQ(FailEveryAllocation([&] { date.Format(0, 1033); }, check), 2u);
-    EXPECT_EQ(FailEveryAllocation([&] { date.Format(OLESTR("%Y-%m-%d")); }, check), 1u);
+        FailNthAllocation const fail(n);
+        EXPECT_EQ(ThrownResult([&] { date.Format(0, 1033); }), E_OUTOFMEMORY) << n;
+        EXPECT_EQ(LiveAllocations(), before) << n;
+    }
+    FailNthAllocation const fail(1);
+    EXPECT_EQ(ThrownResult([&] { date.Format(OLESTR("%Y-%m-%d")); }), E_OUTOFMEMORY);
+    EXPECT_EQ(LiveAllocations(), before);
+}
+
+TEST(COleDateTimeParse, TellsWantOfMemoryForALocaleAndLeavesTheDate)
+{
+    constexpr LCID lao = 1108; // no other test asks for it
+    COleDateTime date(44270.75);
+    {
+        FailNthAllocation const fail(1);
+        EXPECT_EQ(ThrownResult([&] { date.ParseDateTime(OLESTR("1/2/2021"), 0, lao); }), E_OUTOFMEMORY);
+    }
+    EXPECT_EQ(date.m_dt, 44270.75);
+    EXPECT_EQ(date.GetStatus(), COleDateTime::valid);
+    EXPECT_TRUE(date.ParseDateTime(OLESTR("1/2/2021"), 0, lao));
 }
 
 TEST(COleDateTimeParse, ReadsTheLocalesForm)

@@ -93,6 +93,8 @@ TEST(FactsOfLocale, KnowTheMonthsInEveryForm)
     detail::DateFacts const & russian = detail::FactsOfLocale(1049)->date;
     EXPECT_EQ(Narrow(russian.monthNames[4]), "\\u043C\\u0430\\u0439");
     EXPECT_EQ(Narrow(russian.monthNamesInDates[4]), "\\u043C\\u0430\\u044F");
+    detail::DateFacts const & persian = detail::FactsOfLocale(1065)->date; // has another calendar of its own
+    EXPECT_EQ(Narrow(persian.monthNames[0]), "\\u0698\\u0627\\u0646\\u0648\\u06CC\\u0647");
     EXPECT_EQ(Narrow(detail::FactsOfLocale(2057)->date.shortMonthNames[8]), "Sep");
     EXPECT_EQ(Narrow(detail::FactsOfLocale(2057)->date.shortMonthNamesInDates[8]), "Sept");
 }

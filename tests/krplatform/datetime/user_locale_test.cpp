@@ -150,6 +150,8 @@ TEST_F(UserLocale, PutsItsFactsTogetherFromTheCategories)
     EXPECT_EQ(Narrow(facts->currency.symbol), "\\u00A5");
     EXPECT_EQ(facts, detail::FactsOfLocale(0));
     EXPECT_EQ(UserDate(), german); // the composite's patterns are its own
+    Set("LC_NUMERIC", "de_DE");
+    EXPECT_EQ(Narrow(detail::FactsOfLocale(1024)->currency.symbol), "\\u00A5");
     double date = 0.0;
     EXPECT_EQ(VarDateFromStr(OLESTR("15. M\u00E4rz 2021"), 1024, 0, &date), S_OK);
     EXPECT_EQ(date, 44270.0);
