@@ -75,11 +75,7 @@ public:
     CStringT(Wide const * text) : CStringT(FromWide(text))
     {
     }
-    ~CStringT()
-    {
-        if (Block * const block = Block::Of(m_text); block->Release())
-            kr::detail::FreeTextBlock(block);
-    }
+    ~CStringT() { Block::Of(m_text)->Release(); }
 
     CStringT & operator=(CStringT other) noexcept { return swap(other), *this; }
     CStringT & operator=(Char const * text);
@@ -195,29 +191,28 @@ public:
     CStringT & MakeLower();
     CStringT & MakeReverse();
 
-    /// printf-style formatting by the rules of the platform's runtime: `%s` is text of this class's units, `%S` and
-    /// `%hs` the other way round; null text prints "(null)". Texts may be given as `CString` objects. `%n`, unknown
-    /// conversions and a null format raise E_INVALIDARG and leave the text as it was. Arguments may refer to the text
-    /// itself.
-    template <class... Arguments>
+    /// Formatting as by printf; the rules stand in formatargument.h. `%s` is text of this class's units, `%S` and `%hs`
+    /// the other way round; a text may be a `CString` object. What is no format, a null one too, and arguments that are
+    /// missing or do not fit raise E_INVALIDARG; the text then stays as it was. Arguments may lie in the text itself.
+    template <kr::detail::Formattable... Arguments>
     void Format(Char const * format, Arguments const &... arguments)
     {
         FormatList(format, {kr::detail::ToFormatArgument(arguments)...});
     }
-    /// The same with the format taken from a string resource of the current resource module; a missing one raises
-    /// E_FAIL.
-    template <class... Arguments>
+    /// The same with the format taken from a string resource, as by `LoadString`; a missing one raises E_FAIL.
+    template <kr::detail::Formattable... Arguments>
     void Format(UINT formatId, Arguments const &... arguments)
     {
         FormatList(LoadFormat(formatId), {kr::detail::ToFormatArgument(arguments)...});
     }
-    template <class... Arguments>
+    template <kr::detail::Formattable... Arguments>
     void AppendFormat(Char const * format, Arguments const &... arguments)
     {
         CStringT text;
         text.FormatList(format, {kr::detail::ToFormatArgument(arguments)...});
         Append(text);
     }
+    /// The kinds of the arguments are not known here: what does not fit is not found.
     void FormatV(Char const * format, va_list arguments);
 
     /// Takes the text of a string resource of the current resource module, or of `module`. False if there is none; the

@@ -60,9 +60,7 @@ auto CStringT<Char>::NewBlock(TextView left, TextView right, std::size_t capacit
 template <class Char>
 void CStringT<Char>::Adopt(Block * block) noexcept
 {
-    Block * const old = Block::Of(std::exchange(m_text, block->Text()));
-    if (old->Release())
-        kr::detail::FreeTextBlock(old);
+    Block::Of(std::exchange(m_text, block->Text()))->Release();
 }
 
 /// Storage of its own for `capacity` units at least. The text stays.

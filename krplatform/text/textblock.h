@@ -4,9 +4,13 @@
 #include <krplatform/export.h>
 
 #include <atomic>
+#include <cstddef>
 
 namespace kr::detail
 {
+
+/// Frees the memory of a block that has no owner any more.
+KRPLATFORM_API void FreeTextBlock(void * block) noexcept;
 
 /// Stands in front of a text's units. A block that is counted more than once is never written.
 template <class Char>
@@ -27,15 +31,17 @@ struct TextBlock
             references.fetch_add(1, std::memory_order_relaxed);
     }
 
-    /// Takes one reference off; true where it was the last one, and the block is the caller's to free.
-    [[nodiscard]] bool Release() noexcept
+    /// Takes one reference off and frees the block with the last one.
+    void Release() noexcept
     {
-        return capacity != 0 && (HasOneOwner() || references.fetch_sub(1, std::memory_order_acq_rel) == 1);
+        if (capacity != 0 && (IsWritable() || references.fetch_sub(1, std::memory_order_acq_rel) == 1))
+            FreeTextBlock(this);
     }
 
-    bool IsWritable() const noexcept { return capacity != 0 && HasOneOwner(); }
+    /// Whether there is one owner, who then can write: whoever sees the one holds it, and nobody else can add to it.
+    bool IsWritable() const noexcept { return references.load(std::memory_order_acquire) == 1; }
 
-    /// For a block with one owner.
+    /// For a writable block.
     void SetLength(std::size_t newLength) noexcept
     {
         length = static_cast<int>(newLength);
@@ -45,8 +51,8 @@ struct TextBlock
     /// False where there is no room of its own for one more unit.
     bool TryAppend(Char unit) noexcept
     {
-        int const used = length;
-        bool const fits = HasOneOwner() && used < capacity;
+        int const used = length; // once: behind the look at the owners it would be read again
+        bool const fits = IsWritable() && used < capacity;
         if (fits)
         {
             Text()[used] = unit;
@@ -55,14 +61,7 @@ struct TextBlock
         }
         return fits;
     }
-
-private:
-    // whoever sees 1 holds that reference, so nobody else can add to it
-    bool HasOneOwner() const noexcept { return references.load(std::memory_order_acquire) == 1; }
 };
-
-/// Frees the memory of a block that has no owner any more.
-KRPLATFORM_API void FreeTextBlock(void * block) noexcept;
 
 /// The block of all empty texts with its terminator.
 template <class Char>

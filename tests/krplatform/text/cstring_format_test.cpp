@@ -1,3 +1,4 @@
+#include <krplatform/automation/variant.h>
 #include <krplatform/text/cstring.h>
 
 #include "tests/krplatform/text/failures.h"
@@ -32,6 +33,17 @@ CString FormattedV(WCHAR const * format, ...)
     va_end(arguments);
     return text;
 }
+
+template <class Value>
+constexpr bool s_isFormattable = requires(CString & text, Value const & value)
+{
+    text.Format(OLESTR(""), value);
+};
+
+static_assert(s_isFormattable<CString> && s_isFormattable<CStringA> && s_isFormattable<void *>);
+static_assert(s_isFormattable<wchar_t> && s_isFormattable<char[3]> && s_isFormattable<std::nullptr_t>);
+static_assert(!s_isFormattable<wchar_t const *> && !s_isFormattable<wchar_t[3]>, "wider than a code unit");
+static_assert(!s_isFormattable<std::string> && !s_isFormattable<VARIANT>, "objects that are no text");
 
 enum Colour
 {
