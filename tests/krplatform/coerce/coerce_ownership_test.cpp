@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <algorithm>
 
 namespace kr::test
 {
@@ -29,7 +29,7 @@ VARIANT MakeObject(VARTYPE tag, IDispatch & object)
 VARIANT MakeBytes(std::string_view bytes)
 {
     SAFEARRAY * const array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(bytes.size()));
-    std::memcpy(array->pvData, bytes.data(), bytes.size());
+    std::copy(bytes.begin(), bytes.end(), static_cast<char *>(array->pvData));
     return MakeArrayVariant(array);
 }
 
