@@ -119,7 +119,10 @@ KRPLATFORM_API HRESULT VariantClear(VARIANT * variant);
 KRPLATFORM_API HRESULT VariantCopy(VARIANT * destination, VARIANT const * source);
 
 /// Converts `source` to `target` under the default locale, or `locale`. `destination` may be the source; after a
-/// failure it stays as it was. Only flags 0 are used.
+/// failure it stays as it was. DISP_E_BADVARTYPE for a tag that is no type of variants, VT_BYREF included,
+/// DISP_E_TYPEMISMATCH for types without a conversion and for text that does not say the value, DISP_E_OVERFLOW for
+/// numbers that do not fit, E_INVALIDARG for flags other than 0, for null, for dates outside the calendar, and for an
+/// unknown locale where numbers or dates meet text.
 KRPLATFORM_API HRESULT VariantChangeType(VARIANT * destination, VARIANT const * source, USHORT flags, VARTYPE target);
 KRPLATFORM_API HRESULT VariantChangeTypeEx(VARIANT * destination, VARIANT const * source, LCID locale, USHORT flags,
                                            VARTYPE target);

@@ -5,6 +5,8 @@
 #include <krplatform/coerce/rounding.h>
 #include <krplatform/coerce/source.h>
 
+#include <type_traits>
+
 namespace kr::detail
 {
 

@@ -8,8 +8,8 @@ namespace kr::detail
 namespace
 {
 
-// The days between which a number is a date, both outside: the one before 1 January 100, which has no time of day here,
-// and the first of the year 10000.
+// What lies between these two days is a date: the last one of the year 99 and the first one of the year 10000. A negative
+// fraction counts forward, so -657434.9 is the evening of 1 January 100.
 constexpr double s_beforeFirstDay = -657435;
 constexpr double s_afterLastDay = 2958466;
 
