@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -49,8 +50,10 @@ void WriteText(std::filesystem::path const & path, std::string_view text)
 
 std::string ReadText(std::filesystem::path const & path)
 {
-    std::ifstream stream(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(stream), {});
+    std::ostringstream text;
+    if (std::filesystem::file_size(path) != 0)
+        text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
 }
 
 OrdinaryUser::OrdinaryUser()
