@@ -15,7 +15,7 @@
 namespace kr::test
 {
 
-TEST(CodePageFirstUse, DISABLED_MayComeFromManyThreadsAtOnce)
+TEST(CodePageFirstUse, DISABLED_ByManyThreads)
 {
     constexpr int threadCount = 8;
     std::barrier start(threadCount);
@@ -40,12 +40,11 @@ TEST(CodePageFirstUse, DISABLED_MayComeFromManyThreadsAtOnce)
 
 TEST(CodePageFirstUse, MayComeFromManyThreadsAtOnce)
 {
-    ChildResult const child =
-        RunTestInChild("CodePageFirstUse.DISABLED_MayComeFromManyThreadsAtOnce", {{"LC_ALL", "ja_JP"}});
+    ChildResult const child = RunTestInChild("CodePageFirstUse.DISABLED_ByManyThreads", {{"LC_ALL", "ja_JP"}});
     EXPECT_EQ(child.exitStatus, 0) << child.output;
 }
 
-TEST(CodePageFirstUse, DISABLED_FailsWithoutMemoryAndSucceedsLater)
+TEST(CodePageFirstUse, DISABLED_WithoutMemory)
 {
     WCHAR const unit = 0x3042;
     char bytes[2];
@@ -74,12 +73,12 @@ TEST(CodePageFirstUse, DISABLED_FailsWithoutMemoryAndSucceedsLater)
 
 TEST(CodePageFirstUse, FailsWithoutMemoryAndSucceedsLater)
 {
-    ChildResult const child = RunTestInChild("CodePageFirstUse.DISABLED_FailsWithoutMemoryAndSucceedsLater", {});
+    ChildResult const child = RunTestInChild("CodePageFirstUse.DISABLED_WithoutMemory", {});
     EXPECT_EQ(child.exitStatus, 0) << child.output;
 }
 
 /// The process code page needs memory only to be found again sooner.
-TEST(CodePageFirstUse, DISABLED_OfTheProcessCodePageNeedsNoMemory)
+TEST(CodePageFirstUse, DISABLED_OfTheProcessCodePage)
 {
     for (std::size_t const allocation : {1u, 2u, 3u})
     {
@@ -97,8 +96,7 @@ TEST(CodePageFirstUse, DISABLED_OfTheProcessCodePageNeedsNoMemory)
 
 TEST(CodePageFirstUse, OfTheProcessCodePageNeedsNoMemory)
 {
-    ChildResult const child =
-        RunTestInChild("CodePageFirstUse.DISABLED_OfTheProcessCodePageNeedsNoMemory", {{"LC_ALL", "ko_KR"}});
+    ChildResult const child = RunTestInChild("CodePageFirstUse.DISABLED_OfTheProcessCodePage", {{"LC_ALL", "ko_KR"}});
     EXPECT_EQ(child.exitStatus, 0) << child.output;
 }
 

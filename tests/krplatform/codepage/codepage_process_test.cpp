@@ -194,7 +194,7 @@ TEST_F(ProcessCodePage, StandsBehindTheNumbersForIt)
     }
 }
 
-TEST(ProcessCodePageFromItsStart, DISABLED_AnswersTheRowsOfThisEnvironment)
+TEST(ProcessCodePageFromItsStart, DISABLED_UnderOneEnvironment)
 {
     char const * const environment = std::getenv("LC_ALL");
     VectorFile const file("user_locale");
@@ -217,13 +217,13 @@ TEST(ProcessCodePageFromItsStart, AnswersAsThePlatformUnderEachEnvironment)
     for (std::string const & environment : environments)
     {
         ChildResult const child =
-            RunTestInChild("ProcessCodePageFromItsStart.DISABLED_AnswersTheRowsOfThisEnvironment",
+            RunTestInChild("ProcessCodePageFromItsStart.DISABLED_UnderOneEnvironment",
                            {{"LC_ALL", environment}, {"LC_CTYPE", "el_GR.UTF-8"}, {"LANG", "th_TH"}});
         EXPECT_EQ(child.exitStatus, 0) << environment << "\n" << child.output;
     }
 }
 
-TEST(ProcessCodePageFromItsStart, DISABLED_IsTheWesternOneWithoutAnyVariables)
+TEST(ProcessCodePageFromItsStart, DISABLED_WithoutAnyVariables)
 {
     clearenv();
     EXPECT_EQ(GetACP(), 1252u);
@@ -234,8 +234,8 @@ TEST(ProcessCodePageFromItsStart, DISABLED_IsTheWesternOneWithoutAnyVariables)
 
 TEST(ProcessCodePageFromItsStart, IsTheWesternOneWithoutAnyVariables)
 {
-    ChildResult const child = RunTestInChild("ProcessCodePageFromItsStart.DISABLED_IsTheWesternOneWithoutAnyVariables",
-                                             {{"LC_ALL", "ko_KR"}});
+    ChildResult const child =
+        RunTestInChild("ProcessCodePageFromItsStart.DISABLED_WithoutAnyVariables", {{"LC_ALL", "ko_KR"}});
     EXPECT_EQ(child.exitStatus, 0) << child.output;
 }
 
