@@ -11,6 +11,8 @@
 ///
 ///     COleCurrency amount(12, 5000);           -> 12.5
 ///     amount.Format(0, 127)                    -> "12.5"
+///
+/// When memory runs out `CMemoryException *` is thrown and the amount stays as it was.
 class KRPLATFORM_API COleCurrency
 {
 public:

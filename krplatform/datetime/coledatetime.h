@@ -55,7 +55,8 @@ public:
 ///
 /// Text that cannot be made is "Invalid DateTime", or string resource 55296 where the current resource module has it.
 /// Calendar fields make a date only if the date gives them back: years of two digits, days that the month lacks and
-/// fields out of range make the status invalid and leave the date as it was.
+/// fields out of range make the status invalid and leave the date as it was. When memory runs out `CMemoryException *` is
+/// thrown and the date stays as it was.
 class KRPLATFORM_API COleDateTime
 {
 public:
