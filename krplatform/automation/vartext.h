@@ -35,11 +35,19 @@ KRPLATFORM_API HRESULT VarBstrFromBool(VARIANT_BOOL value, LCID locale, ULONG fl
 KRPLATFORM_API HRESULT VarBoolFromStr(OLECHAR const * text, LCID locale, ULONG flags, VARIANT_BOOL * value);
 
 /// The locale's short date and long time. The time is left out for a whole day, the date for a value whose integer part
-/// is 0. Deliberate: a whole day asked for its time, and a time of day asked for its date, give empty text.
-/// E_INVALIDARG outside 1 January 100 to 31 December 9999.
+/// is 0. Seconds are rounded to the nearest. Deliberate: a whole day asked for its time, and a time of day asked for its
+/// date, give empty text; the years 100 to 999 have three digits. E_INVALIDARG outside 1 January 100 to 31 December
+/// 9999.
 KRPLATFORM_API HRESULT VarBstrFromDate(DATE date, LCID locale, ULONG flags, BSTR * text);
-/// Reads a date, a time or both in the order and with the names of the locale. Two numbers are a day of the running
-/// year.
+/// Reads a date, a time or both. Three numbers are tried in the order of the locale first, then as year-month-day,
+/// month-day-year, day-month-year and year-day-month; two are a day of the running year, or else a month. Months may be
+/// named, fully or in short; AM and PM, or A and P, are understood in every locale. DISP_E_TYPEMISMATCH for anything
+/// else, fractions of a second and days of the week among it. With VAR_TIMEVALUEONLY the day is 30 December 1899, with
+/// VAR_DATEVALUEONLY the time midnight.
+///
+///     VarDateFromStr(OLESTR("3/15/2021 8:05 PM"), 1033, 0, &date)    -> 15 March 2021, 20:05
+///     VarDateFromStr(OLESTR("15. M\u00E4rz 2021"), 1031, 0, &date)   -> 15 March 2021
+///     VarDateFromStr(OLESTR("8.05"), ...)    -> 1033: five past eight; 1031: the eighth of May
 KRPLATFORM_API HRESULT VarDateFromStr(OLECHAR const * text, LCID locale, ULONG flags, DATE * date);
 
 /// Calendar fields of a moment; Sunday is day of the week 0.
@@ -62,10 +70,13 @@ struct UDATE
     USHORT wDayOfYear;
 };
 
-/// The fields of a date, rounded to the second. E_INVALIDARG outside the range of years.
+/// The fields of a date, rounded to the second; the flags play no part. E_INVALIDARG outside 1 January 100 to 31 December
+/// 9999. Deliberate: a time of day that rounds up to midnight leaves day of the week and day of the year at the day
+/// before.
 KRPLATFORM_API HRESULT VarUdateFromDate(DATE date, ULONG flags, UDATE * fields);
 /// The same; 1 for success, 0 for failure.
 KRPLATFORM_API int VariantTimeToSystemTime(DATE date, SYSTEMTIME * fields);
-/// Two-digit years are 1950 to 2049; day 0 and days up to 31 of a shorter month roll over. 0 for other fields out of
-/// range.
+/// The date of calendar fields, whose day of the week and milliseconds play no part. Two-digit years are 1950 to 2049;
+/// day 0 and days up to 31 of a shorter month roll over. Deliberate: 31 November rolls over to 1 January. 1 for success,
+/// 0 for other fields out of range.
 KRPLATFORM_API int SystemTimeToVariantTime(SYSTEMTIME const * fields, DATE * date);
