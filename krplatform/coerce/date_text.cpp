@@ -34,7 +34,6 @@ void WritePiece(PatternPiece const & piece, TextView pattern, CalendarFields con
     case OLESTR('M'):
         return WriteMonth(fields.month, digits, facts, text);
     case OLESTR('y'):
-        // Deliberate: the years 100 to 999 have three digits
         return text.AppendNumber(fields.year, 1);
     case OLESTR('h'):
         return text.AppendNumber((fields.hour + 11) % 12 + 1, digits);

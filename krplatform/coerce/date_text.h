@@ -40,7 +40,8 @@ private:
 
 /// Appends short date and long time, parted by a blank. A whole day has no time, and a date whose integer part is 0 no
 /// date, also where the flags ask for just that part: nothing is appended then. The whole day 0 has its time. Seconds
-/// are rounded to the nearest. False, with `text` untouched, for dates outside 1 January 100 to 31 December 9999.
+/// are rounded to the nearest. Deliberate: the years 100 to 999 have three digits. False, with `text` untouched, for
+/// dates outside 1 January 100 to 31 December 9999.
 bool WriteDate(double date, unsigned flags, DateFacts const & facts, DateText & text) noexcept;
 
 /// The same; `text` is replaced.
