@@ -1,0 +1,293 @@
+#include <krcore/diagnostics/krtrace.h>
+
+#include "tests/diagnostics/message_box.h"
+#include "tests/support/child_process.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+
+#include <unistd.h>
+
+using namespace kr::test;
+
+namespace
+{
+
+constexpr char const * variable = "KR_TRACE_TEST";
+
+class CKrTraceTest : public testing::Test
+{
+protected:
+    CKrTraceTest() : path(std::filesystem::temp_directory_path() / ("krtrace." + std::to_string(getpid())))
+    {
+        unsetenv(variable);
+        CKrTrace::SetObject(nullptr, true);
+    }
+    ~CKrTraceTest() override
+    {
+        CKrTrace::SetObject(nullptr, true);
+        unsetenv(variable);
+        std::filesystem::remove(path);
+    }
+
+    CString Name() const { return CString(path.c_str()); }
+    std::string Written() const
+    {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    std::filesystem::path path;
+};
+
+CKrException MakeException(CKrException::ELevel level) { return CKrException(OLESTR("a"), OLESTR("f"), 3, level); }
+
+struct CountedTrace : CKrTrace
+{
+    CountedTrace() { ++living; }
+    ~CountedTrace() override { --living; }
+    static inline int living = 0;
+};
+
+} // namespace
+
+TEST_F(CKrTraceTest, IsOffAndTouchesNoFileWithoutItsVariable)
+{
+    // clang-format off
+    struct { char const * value; bool on; } const rows[] = {
+        { nullptr,  false },
+        { "",       false },
+        { "true",   true  },
+        { "TRUE",   false },
+        { "1",      false },
+        { "true ",  false },
+        { " true",  false },
+        { "truer",  false },
+    };
+    // clang-format on
+    for (auto const & row : rows)
+    {
+        SCOPED_TRACE(row.value ? row.value : "not set");
+        std::filesystem::remove(path);
+        if (row.value)
+            setenv(variable, row.value, 1);
+        CKrTrace trace(Name(), CString(variable));
+        EXPECT_EQ(trace.IsOn(), row.on);
+        trace.Trace(OLESTR("line"), true);
+        EXPECT_EQ(std::filesystem::exists(path), row.on);
+    }
+}
+
+TEST_F(CKrTraceTest, IsOnWithoutTheNameOfAVariable)
+{
+    CKrTrace const trace(Name(), CString());
+    EXPECT_TRUE(trace.IsOn());
+    EXPECT_EQ(Written(), "");
+}
+
+TEST_F(CKrTraceTest, CutsAnOlderFileToNothing)
+{
+    std::ofstream(path) << "old";
+    CKrTrace const trace(Name(), CString());
+    EXPECT_EQ(Written(), "");
+}
+
+TEST_F(CKrTraceTest, WritesEachLineAtOnce)
+{
+    CKrTrace trace(Name(), CString());
+    trace.Trace(OLESTR("one"), true);
+    EXPECT_EQ(Written(), "one\n");
+    trace.Trace(OLESTR(""), false); // the flag has no effect
+    EXPECT_EQ(Written(), "one\n\n");
+    trace.Trace(OLESTR("a\nb"), true);
+    EXPECT_EQ(Written(), "one\n\na\nb\n");
+}
+
+TEST_F(CKrTraceTest, PutsTimeAndLocationInFront)
+{
+    // clang-format off
+    struct { WCHAR const * file; std::string shown; } const rows[] = {
+        { OLESTR("krdll"),        "krdll                         "   },   // 30 characters
+        { OLESTR("a\\b\\c.txt"),  "c\\.txt                         "  },
+        { OLESTR("\\c.txt"),      "\\\\c\\.txt                        " },   // its only backslash is the first character
+        { OLESTR("a/b"),          "a/b                           "   },   // no separator
+        { OLESTR("a-name-that-is-longer-than-thirty"), "a-name-that-is-longer-than-thirty" },
+    };
+    // clang-format on
+    for (auto const & row : rows)
+    {
+        CKrTrace trace(Name(), CString());
+        trace.Trace(OLESTR("text"), row.file, 270);
+        EXPECT_TRUE(
+            std::regex_match(Written(), std::regex("\\d\\d:\\d\\d:\\d\\d-" + row.shown + "\\(270\\): \ttext\n")))
+            << Written();
+    }
+}
+
+TEST_F(CKrTraceTest, DISABLED_WritesInAWesternCodePage)
+{
+    CKrTrace trace(Name(), CString());
+    trace.Trace(OLESTR("W\u00E4nd\u00FC"), true);
+    EXPECT_EQ(Written(), "W\xE4nd\xFC\n");
+    trace.Trace(OLESTR("\u0100\u3042\xD800"), true); // a best fit, and the default character
+    EXPECT_EQ(Written(), "W\xE4nd\xFC\nA??\n");
+}
+
+TEST_F(CKrTraceTest, WritesInAWesternCodePage)
+{
+    ChildResult const result =
+        RunTestInChild("CKrTraceTest.DISABLED_WritesInAWesternCodePage", {{"LC_ALL", "de_DE.ISO-8859-1"}});
+    EXPECT_EQ(result.exitStatus, 0) << result.output;
+}
+
+TEST_F(CKrTraceTest, DISABLED_WritesWhatFitsTwoBytesInUtf8)
+{
+    CKrTrace trace(Name(), CString());
+    trace.Trace(OLESTR("\u00E4\u20AC"), true);
+    EXPECT_EQ(Written(), "\xC3\xA4?\n");
+}
+
+TEST_F(CKrTraceTest, WritesWhatFitsTwoBytesInUtf8)
+{
+    ChildResult const result =
+        RunTestInChild("CKrTraceTest.DISABLED_WritesWhatFitsTwoBytesInUtf8", {{"LC_ALL", "de_DE.UTF-8"}});
+    EXPECT_EQ(result.exitStatus, 0) << result.output;
+}
+
+TEST_F(CKrTraceTest, WritesAndShowsErrors)
+{
+    MessageBoxRecorder boxes(IDYES);
+    CKrError error = CKrError::IdError(5);
+    error.SetErrorMessage(OLESTR("m"));
+    error.SetSecondMessage(OLESTR("s"));
+    error.AddLocation(OLESTR("f"), 1);
+    CKrTrace trace(Name(), CString());
+    trace.Trace(error, false);
+    EXPECT_EQ(Written(), "\n*** ErrorBegin ***\nError-ID : 5\nm\ns\nf(1): \n*** ErrorEnd ***\n\n\n");
+    EXPECT_EQ(boxes.Shown(), 0);
+    trace.Trace(error, true);
+    EXPECT_EQ(boxes.Shown(), 1);
+    EXPECT_EQ(boxes.Text(), OLESTR("m\nf(1): ")); // the location, but no second message
+    EXPECT_EQ(boxes.Style(), 0x10u);
+    trace.SetReportError(false);
+    trace.Trace(error, true);
+    EXPECT_EQ(boxes.Shown(), 1);
+}
+
+TEST_F(CKrTraceTest, WritesErrorStacks)
+{
+    CKrErrorStack stack;
+    stack.PushError(CKrError::StringError(OLESTR("x")));
+    CKrTrace(Name(), CString()).Trace(stack);
+    EXPECT_EQ(Written(), "\n*** ErrorStackBegin ***\nx\n*** ErrorStackEnd ***\n\n\n");
+}
+
+TEST_F(CKrTraceTest, WritesAndShowsExceptionsFromItsLevelOn)
+{
+    MessageBoxRecorder boxes(IDYES);
+    CKrTrace trace(Name(), CString());
+    EXPECT_EQ(trace.GetErrorLevel(), CKrException::eLevelLow);
+    trace.Trace(MakeException(CKrException::eLevelNormal), false);
+    std::string const block = "\n*** ExceptionBegin ***\na\nf(3): \n*** ExceptionEnd ***\n\n\n";
+    EXPECT_EQ(Written(), block);
+    EXPECT_EQ(boxes.Shown(), 0);
+
+    trace.SetErrorLevel(CKrException::eLevelCritical);
+    trace.SetReportAllExceptions(true);
+    trace.Trace(MakeException(CKrException::eLevelNormal), true);
+    EXPECT_EQ(Written(), block); // neither written nor shown
+    EXPECT_EQ(boxes.Shown(), 0);
+    trace.Trace(MakeException(CKrException::eLevelCritical), false);
+    EXPECT_EQ(Written(), block + block);
+    EXPECT_EQ(boxes.Shown(), 1); // all exceptions are reported
+    EXPECT_EQ(boxes.Text(), OLESTR("a"));
+    EXPECT_EQ(boxes.Style(), 0u);
+
+    trace.SetReportAllExceptions(false);
+    trace.Trace(MakeException(CKrException::eLevelCritical), true);
+    EXPECT_EQ(boxes.Shown(), 2);
+    trace.SetReportError(false);
+    trace.Trace(MakeException(CKrException::eLevelCritical), true);
+    EXPECT_EQ(boxes.Shown(), 2);
+}
+
+TEST_F(CKrTraceTest, HasItsFlagsAtStart)
+{
+    CKrTrace const trace(Name(), CString());
+    EXPECT_TRUE(trace.GetReportError());
+    EXPECT_FALSE(trace.GetReportAllExceptions());
+}
+
+TEST_F(CKrTraceTest, ShowsNothingWhileItIsOff)
+{
+    MessageBoxRecorder boxes(IDYES);
+    CKrTrace * const off = CKrTrace::GetObjectW(true);
+    EXPECT_FALSE(off->IsOn());
+    off->SetReportAllExceptions(true);
+    off->Trace(CKrError::IdError(1), true);
+    off->Trace(MakeException(CKrException::eLevelCritical), true);
+    off->Trace(CKrErrorStack());
+    off->Trace(OLESTR("text"), OLESTR("file"), 1);
+    EXPECT_EQ(boxes.Shown(), 0);
+}
+
+TEST_F(CKrTraceTest, LosesItsLinesSilentlyWhereTheFileCannotBeOpenedOrWritten)
+{
+    MessageBoxRecorder boxes(IDYES);
+    CKrTrace missing(OLESTR("/no such folder/trace"), CString());
+    EXPECT_TRUE(missing.IsOn());
+    missing.Trace(OLESTR("lost"), true);
+    CKrTrace full(OLESTR("/dev/full"), CString());
+    EXPECT_TRUE(full.IsOn());
+    full.Trace(OLESTR("lost"), true);
+    EXPECT_EQ(boxes.Shown(), 0);
+}
+
+TEST_F(CKrTraceTest, IsOneForTheProcess)
+{
+    EXPECT_EQ(CKrTrace::GetObjectW(false), nullptr);
+    CKrTrace * const trace = CKrTrace::GetObjectW(Name(), CString());
+    EXPECT_TRUE(trace->IsOn());
+    EXPECT_EQ(CKrTrace::GetObjectW(OLESTR("/other"), CString()), trace); // the arguments are ignored
+    EXPECT_EQ(CKrTrace::GetObjectW(true), trace);
+    EXPECT_EQ(CKrTrace::GetObjectW(false), trace);
+}
+
+TEST_F(CKrTraceTest, StaysOffIfItIsFirstAskedForWithoutAFile)
+{
+    CKrTrace * const trace = CKrTrace::GetObjectW(true);
+    EXPECT_EQ(CKrTrace::GetObjectW(Name(), CString()), trace);
+    EXPECT_FALSE(trace->IsOn());
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(CKrTraceTest, IsReplacedOnlyIfToldSo)
+{
+    auto * const first = new CountedTrace;
+    CKrTrace::SetObject(first, false);
+    CountedTrace kept;
+    CKrTrace::SetObject(&kept, false); // the caller keeps it
+    EXPECT_EQ(CKrTrace::GetObjectW(false), first);
+    CKrTrace::SetObject(first, true);
+    EXPECT_EQ(CountedTrace::living, 2);
+    CKrTrace::SetObject(nullptr, true);
+    EXPECT_EQ(CountedTrace::living, 1);
+    EXPECT_EQ(CKrTrace::GetObjectW(false), nullptr);
+}
+
+TEST_F(CKrTraceTest, SharesItsFileWithACopy)
+{
+    auto trace = std::make_unique<CKrTrace>(Name(), CString());
+    trace->SetErrorLevel(CKrException::eLevelCritical);
+    CKrTrace copy(*trace);
+    EXPECT_EQ(copy.GetErrorLevel(), CKrException::eLevelCritical);
+    trace->Trace(OLESTR("one"), true);
+    trace.reset();
+    copy.Trace(OLESTR("two"), true);
+    EXPECT_EQ(Written(), "one\ntwo\n");
+}
