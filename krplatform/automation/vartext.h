@@ -39,7 +39,7 @@ KRPLATFORM_API HRESULT VarBoolFromStr(OLECHAR const * text, LCID locale, ULONG f
 /// date, give empty text; the years 100 to 999 have three digits. E_INVALIDARG outside 1 January 100 to 31 December
 /// 9999.
 KRPLATFORM_API HRESULT VarBstrFromDate(DATE date, LCID locale, ULONG flags, BSTR * text);
-/// Reads a date, a time or both. Three numbers are tried in the order of the locale first, then as year-month-day,
+/// Reads a date, a time or both, one behind the other. Three numbers are tried in the order of the locale first, then as year-month-day,
 /// month-day-year, day-month-year and year-day-month; two are a day of the running year, or else a month. Months may be
 /// named, fully or in short; AM and PM, or A and P, are understood in every locale. DISP_E_TYPEMISMATCH for anything
 /// else, fractions of a second and days of the week among it. With VAR_TIMEVALUEONLY the day is 30 December 1899, with

@@ -53,7 +53,7 @@ struct Time
     int halfOfDay = -1;
 };
 
-/// Deals the items of a text out to its date and its time.
+/// Deals the items of a text out to its date and its time, which stand one behind the other.
 class DateDealer
 {
 public:
@@ -96,6 +96,7 @@ private:
         bool const isAfterEndedDate = m_facts.markEndsDate && Item().joint == DateJoint::date && date.count == 3;
         if (time.count > 0 || (Item().joint != DateJoint::none && !isAfterEndedDate))
             return false;
+        m_hasWholeDate = date.count > 0;
         if (Item().kind == Kind::halfOfDay)
             time.halfOfDay = m_items.items[m_next++].value;
         do
@@ -111,7 +112,8 @@ private:
 
     bool DealDatePart(Date & date) noexcept
     {
-        if (Item().kind == Kind::halfOfDay || Item().joint == DateJoint::time || date.count == std::size(date.parts))
+        bool const isFull = m_hasWholeDate || date.count == std::size(date.parts);
+        if (isFull || Item().kind == Kind::halfOfDay || Item().joint == DateJoint::time)
             return false;
         // Deliberate: only the first month's name is one, another is the number of its month
         if (Item().kind == Kind::month && date.namedMonth < 0)
@@ -123,6 +125,7 @@ private:
     DateItems const & m_items;
     DateFacts const & m_facts;
     std::size_t m_next = 0;
+    bool m_hasWholeDate = false; ///< the time came behind the date, of which no more may follow
 };
 
 std::span<Order const> OrdersOf(Date const & date, DateOrder order)

@@ -7,7 +7,7 @@
 namespace kr::detail
 {
 
-/// Reads a date, a time, or both. With `dateTextTimeOnly` the result keeps its time of day alone, with
+/// Reads a date, a time, or both, one behind the other. With `dateTextTimeOnly` the result keeps its time of day alone, with
 /// `dateTextDateOnly` its day alone. A date without a year stands in the running year. False, with `date` untouched,
 /// for text that is no date.
 bool TextToDate(TextView text, unsigned flags, LocaleFacts const & facts, double & date);

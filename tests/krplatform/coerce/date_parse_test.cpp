@@ -215,6 +215,9 @@ TEST(TextToDate, ReadsTimesOfOneToThreeNumbers)
         { OLESTR("1:2 3 4 5"),       "03/04/2005 01:02:00" },
         { OLESTR("1/2/3 4:5:6"),     "01/02/2003 04:05:06" },
         { OLESTR("1/2/3, 4:5"),      "01/02/2003 04:05:00" },
+        { OLESTR("1 2:3 4"),         "none" },       // a time does not part a date
+        { OLESTR("1 2:3:4 5"),       "none" },
+        { OLESTR("March 2 PM 2021"), "none" },
         { OLESTR("1/2/3/4:5"),       "none" },
         { OLESTR("1/2/3 4:5:6 PM 7"), "none" },      // one item too many
         { OLESTR("1:2/3/4"),         "none" },
