@@ -113,7 +113,7 @@ struct FormatSpec
     bool isAlternate = false;
     bool hasZeros = false;
     int width = 0;
-    int precision = -1; ///< -1: none
+    int precision = -1; ///< below 0: none
     FormatSize size{};
     FormatConversion conversion{};
 };
@@ -136,7 +136,7 @@ public:
         if (*m_format == '.')
         {
             ++m_format;
-            spec.precision = std::max(ReadCount(), -1);
+            spec.precision = ReadCount();
         }
         spec.size = ReadFormatSize(m_format);
         spec.conversion = ReadConversion();

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 
 namespace
@@ -49,6 +50,7 @@ TEST(CStringConvertChild, DISABLED_ReadsAndWritesUtf8)
     CString const text("a\xC3\xA4\xE2\x82\xAC!");
     EXPECT_EQ(text, OLESTR("a\u00E4\u20AC!"));
     EXPECT_EQ(CStringA(text), "a\xC3\xA4\xE2\x82\xAC!");
+    EXPECT_EQ(CStringA(OLESTR("\u00E4\u00E4\u00E4\u00E4")).GetLength(), 8) << "no unit here is ASCII";
     CString appended(OLESTR("x"));
     appended += "\xC3\xA4";
     EXPECT_EQ(appended, OLESTR("x\u00E4"));
@@ -61,6 +63,9 @@ TEST(CStringConvertChild, DISABLED_ReadsAndWrites1252)
     EXPECT_EQ(CStringA(text), "a\xE4\x80!");
     EXPECT_EQ(CString("\xE4xy", 1), OLESTR("\u00E4"));
     EXPECT_EQ(CStringA(OLESTR("\u0416")), "?");
+    std::ostringstream stream;
+    stream << text;
+    EXPECT_EQ(stream.str(), "a\xC3\xA4\xE2\x82\xAC!") << "streams take UTF-8 in every code page";
     CString formatted;
     formatted.Format(OLESTR("%S%hc"), "\xE4", 0xE4);
     EXPECT_EQ(formatted, OLESTR("\u00E4\u00E4"));
@@ -141,6 +146,17 @@ TEST(CStringConvert, LoadsStringsOfTheResourceModule)
     CStringA narrow;
     EXPECT_TRUE(narrow.LoadString(9002));
     EXPECT_EQ(narrow, "wall");
+}
+
+TEST(CStringConvert, LooksForStringsInTheModuleThatIsCurrent)
+{
+    CString text(OLESTR("old"));
+    AfxSetResourceHandle(AfxModuleFromAddress(reinterpret_cast<void const *>(&SysFreeString)));
+    bool const isFound = text.LoadString(9002); // a string of the program, which is not current now
+    AfxSetResourceHandle(nullptr);
+    EXPECT_FALSE(isFound);
+    EXPECT_EQ(text, OLESTR("old"));
+    EXPECT_TRUE(text.LoadString(9002));
 }
 
 TEST(CStringConvert, FormatsByAStringOfTheResourceModule)

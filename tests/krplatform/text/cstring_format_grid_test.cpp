@@ -124,7 +124,8 @@ TEST(CStringFormatGrid, HexadecimalRealsAgreeWithTheCLibraryWhereThePrecisionIsG
                       {
                           if (format.find('.') == std::string::npos)
                               return;
-                          for (double const value : {0.0, -0.0, 1.0, 1.5, 1.96875, 0.1, DBL_MAX, 5e-324, 3e-310})
+                          for (double const value :
+                               {0.0, -0.0, 1.0, 1.5, 1.03125, 1.09375, 1.96875, 0.1, DBL_MAX, 5e-324, 3e-310})
                               CheckAgainstTheCLibrary(format, value);
                       });
     }

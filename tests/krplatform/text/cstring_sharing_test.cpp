@@ -155,6 +155,39 @@ TEST(CStringSharing, AppendingManyUnitsAllocatesRarely)
               30u);
 }
 
+TEST(CStringSharing, ATextThatLosesAllItsUnitsGivesUpItsStorage)
+{
+    // clang-format off
+    Change const changes[] = {
+        { "Delete",    [](CString & text) { text.Delete(0, 9); },                      "" },
+        { "Remove",    [](CString & text) { text.Remove(OLESTR('a')); },               "" },
+        { "Truncate",  [](CString & text) { text.Truncate(0); },                       "" },
+        { "Trim",      [](CString & text) { text.Trim(OLESTR('a')); },                 "" },
+        { "Replace",   [](CString & text) { text.Replace(OLESTR("a"), OLESTR("")); },  "" },
+        { "Assign",    [](CString & text) { text = OLESTR(""); },                      "" },
+        { "Empty",     [](CString & text) { text.Empty(); },                           "" },
+    };
+    // clang-format on
+    for (Change const & change : changes)
+    {
+        SCOPED_TRACE(change.name);
+        CString text(OLESTR("aaa"));
+        EXPECT_EQ(CountAllocations([&] { change.apply(text); }), 0u);
+        EXPECT_EQ(text, CString(change.result));
+        EXPECT_EQ(text.GetAllocLength(), 0);
+    }
+}
+
+TEST(CStringSharing, FormattingALongTextAllocatesRarely)
+{
+    CString format;
+    for (int index = 0; index < 5'000; ++index)
+        format += OLESTR("%%");
+    CString text;
+    EXPECT_LT(CountAllocations([&] { text.Format(format); }), 10u);
+    EXPECT_EQ(text.GetLength(), 5'000);
+}
+
 TEST(CStringSharing, StorageIsGivenBackWithItsLastOwner)
 {
     std::size_t const before = kr::test::LiveAllocations();

@@ -147,6 +147,10 @@ TEST(Swscanf, StoresIntegersInTheirSize)
     unsigned long long most = 0;
     EXPECT_EQ(swscanf(OLESTR("99999999999999999999"), OLESTR("%llu"), &most), 1);
     EXPECT_EQ(most, ULLONG_MAX);
+    EXPECT_EQ(swscanf(OLESTR("18446744073709551616"), OLESTR("%llu"), &most), 1);
+    EXPECT_EQ(most, ULLONG_MAX) << "one more than there is";
+    EXPECT_EQ(swscanf(OLESTR("18446744073709551614"), OLESTR("%llu"), &most), 1);
+    EXPECT_EQ(most, ULLONG_MAX - 1);
     EXPECT_EQ(swscanf(OLESTR("-99999999999999999999"), OLESTR("%lld"), &larger), 1);
     EXPECT_EQ(larger, LLONG_MIN);
 }

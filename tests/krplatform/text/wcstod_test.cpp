@@ -103,7 +103,10 @@ TEST(Wcstod, GivesTheTextItselfAsEndWhereThereIsNoNumber)
         EXPECT_EQ(wcstod(text, &end), 0.0);
         EXPECT_EQ(end, text);
     }
+    std::basic_string<WCHAR> const points(70, OLESTR('.'));
     WCHAR * end = nullptr;
+    EXPECT_EQ(wcstod(points.c_str(), &end), 0.0);
+    EXPECT_EQ(end, points.c_str()) << "also where it is longer than ordinary numbers";
     EXPECT_EQ(wcstod(nullptr, &end), 0.0);
     EXPECT_EQ(end, nullptr);
 }
