@@ -31,7 +31,22 @@ CKrAssCtrl::CKrAssCtrl(ECtrlType type) : m_type(type) {}
 
 CKrAssCtrl::CKrAssCtrl(CKrAssCtrl const & other) = default;
 
-CKrAssCtrl & CKrAssCtrl::operator=(CKrAssCtrl const & other) = default;
+CKrAssCtrl & CKrAssCtrl::operator=(CKrAssCtrl const & other)
+{
+    if (this == &other)
+        return *this;
+    kr::detail::SelectionList selectionList(other.m_selectionList); // all that can fail comes before the first change
+    m_events.CopyFrom(other.m_events);
+    m_selectionList.Swap(selectionList);
+    m_type = other.m_type;
+    m_userCtrlType = other.m_userCtrlType;
+    m_visible = other.m_visible;
+    m_enabled = other.m_enabled;
+    m_tooltip = other.m_tooltip;
+    m_data = other.m_data;
+    m_selectionListEditable = other.m_selectionListEditable;
+    return *this;
+}
 
 CKrAssCtrl::~CKrAssCtrl() = default;
 

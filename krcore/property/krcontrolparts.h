@@ -26,10 +26,10 @@ public:
     /// Deliberate: called with itself, it is empty afterwards.
     void CopyFrom(EventMap const & other)
     {
-        if (this == &other)
-            m_events.clear();
-        else
-            m_events = other.m_events;
+        std::map<CKrEvent::EventType, CKrEvent> events;
+        if (this != &other)
+            events = other.m_events;
+        m_events.swap(events);
     }
 
 private:
@@ -47,11 +47,15 @@ public:
     }
     SelectionList & operator=(SelectionList const & other)
     {
-        SelectionList copy(other);
-        m_values.swap(copy.m_values);
+        if (this != &other)
+        {
+            SelectionList copy(other);
+            Swap(copy);
+        }
         return *this;
     }
 
+    void Swap(SelectionList & other) noexcept { m_values.swap(other.m_values); }
     void Create() { m_values = std::make_unique<std::vector<CKrVariant>>(); }
     void Clear() noexcept { m_values.reset(); }
     void Set(std::vector<CKrVariant> const & values) { m_values = std::make_unique<std::vector<CKrVariant>>(values); }
