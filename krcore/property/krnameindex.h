@@ -14,17 +14,19 @@ namespace kr::detail
 class NameIndex
 {
 public:
-    /// Children below this number are searched one by one.
-    static constexpr std::size_t leastCount = 32;
+    /// Whether an index is worth its cost: of that many children, after searches that looked at that many names since the last
+    /// change. A few children are searched one by one, and so are many that change between searches.
+    static constexpr bool IsWorthMaking(std::size_t children, std::size_t searched) noexcept
+    {
+        return children >= 32 && searched / 4 >= children;
+    }
 
-    /// Adds the next name; the first of equal names stays.
-    void Append(CString const & name, int position) { m_positions.try_emplace(name, position); }
-    /// The same; false where memory runs out, the index is of no use then.
+    /// Adds the next name; the first of equal names stays. False where memory runs out, the index is of no use then.
     bool TryAppend(CString const & name, int position) noexcept
     {
         try
         {
-            Append(name, position);
+            m_positions.try_emplace(name, position);
             return true;
         }
         catch (std::bad_alloc const &)

@@ -2,7 +2,7 @@
 #include <krcore/property/krproperty.h>
 
 #include <krcore/foundation/krclass.h>
-#include <krcore/property/krnameindex.h>
+#include <krcore/property/krnameindex.h> // for the destructor
 
 std::unique_ptr<CKrClass> CKrProperty::s_pCls;
 
@@ -67,7 +67,7 @@ void CKrProperty::SetName(CString const & name)
 {
     m_name = name;
     if (m_parent)
-        m_parent->m_index.reset();
+        m_parent->ForgetNames();
 }
 
 void CKrProperty::SetAttribute(CString const & name, CKrVariant const & value)

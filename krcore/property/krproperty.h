@@ -177,7 +177,8 @@ public:
     /// user's locale. Types without a text form ignore it.
     void SetValueFromString(CString const & text);
 
-    // Text by the type. Deliberate: a date-time of 0.0 is no date and reads as empty text; a date or time of 0.0 is formatted.
+    // Text by the type. Deliberate: a date-time of 0.0 is no date and reads as empty text; a date or time of 0.0 is formatted like any
+    // other (the platform's own text of that date is empty, though, and of that time midnight).
     CString GetAsString() const;
     CString GetAsInvariantString() const;
     /// As `GetAsString`, but a double has the decimal mark of the user's locale.
@@ -238,6 +239,8 @@ private:
     void TakeChildren(Children children);
     void SetDateFromText(CString const & text, unsigned long flags);
     void StoreDate(double date);
+    void NoteSearched(std::size_t names) const noexcept;
+    void ForgetNames() noexcept;
     bool HoldsDate() const noexcept { return m_value.IsOleDateTime(); }
     bool IsNoDate() const noexcept;
 
@@ -247,9 +250,11 @@ private:
     CKrVariant m_value;
     bool m_needed = false;
     bool m_modified = false;
+    mutable unsigned int m_searched = 0; ///< names of children that were looked at without an index
     CKrProperty * m_parent = nullptr;
     Children m_children;
     std::unique_ptr<CKrAssCtrl> m_itemCtrl;
     std::unique_ptr<CKrAttrList> m_attributes;
-    mutable std::unique_ptr<kr::detail::NameIndex> m_index; ///< of the children; made when a wide node is searched
+    mutable std::unique_ptr<kr::detail::NameIndex>
+        m_index; ///< of the children; made when a wide node is searched often
 };

@@ -20,8 +20,8 @@ CKrProperty::Children CKrProperty::CloneChildren() const
 
 void CKrProperty::TakeChildren(Children children)
 {
+    m_children.reserve(children.size()); // all that can fail comes before the first change
     DeleteSubProperties();
-    m_children.reserve(children.size());
     for (auto & child : children)
         Attach(m_children.size(), std::move(child));
 }
@@ -49,6 +49,7 @@ void CKrProperty::DeepCopy(CKrProperty const & source)
     if (this == &source)
         return;
     Children clones = source.CloneChildren(); // first: the source may stand below this node
+    m_children.reserve(clones.size());
     Copy(source);
     TakeChildren(std::move(clones));
 }

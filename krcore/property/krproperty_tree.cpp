@@ -5,6 +5,7 @@
 #include <krcore/property/krvisitor.h>
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 void CKrProperty::Attach(std::size_t index, std::unique_ptr<CKrProperty> child)
@@ -13,16 +14,16 @@ void CKrProperty::Attach(std::size_t index, std::unique_ptr<CKrProperty> child)
     bool const appended = index == m_children.size();
     m_children.insert(m_children.begin() + static_cast<std::ptrdiff_t>(index), std::move(child));
     node->m_parent = this;
-    if (!m_index || !appended || !m_index->TryAppend(node->m_name, static_cast<int>(index)))
-        m_index.reset();
+    if (!appended || (m_index && !m_index->TryAppend(node->m_name, static_cast<int>(index))))
+        ForgetNames();
 }
 
 std::unique_ptr<CKrProperty> CKrProperty::Detach(std::size_t index)
 {
     std::unique_ptr<CKrProperty> child = std::move(m_children[index]);
     m_children.erase(m_children.begin() + static_cast<std::ptrdiff_t>(index));
-    m_index.reset();
     child->m_parent = nullptr;
+    ForgetNames();
     return child;
 }
 
@@ -49,20 +50,35 @@ unsigned int CKrProperty::GetSubPropertyCount() const noexcept { return static_c
 
 int CKrProperty::FindSubPropertyIndex(CString const & name) const
 {
-    if (m_children.size() < kr::detail::NameIndex::leastCount)
+    if (m_index)
+        return m_index->Find(name);
+    auto const place = std::find_if(m_children.begin(), m_children.end(),
+                                    [&name](auto const & child) { return child->m_name == name; });
+    bool const found = place != m_children.end();
+    auto const position = place - m_children.begin();
+    NoteSearched(static_cast<std::size_t>(position));
+    return found ? static_cast<int>(position) : -1;
+}
+
+void CKrProperty::NoteSearched(std::size_t names) const noexcept
+{
+    m_searched += static_cast<unsigned int>(names);
+    if (!kr::detail::NameIndex::IsWorthMaking(m_children.size(), m_searched))
+        return;
+    m_searched = 0;
+    std::unique_ptr<kr::detail::NameIndex> index(new (std::nothrow) kr::detail::NameIndex);
+    for (std::size_t position = 0; index && position < m_children.size(); ++position)
     {
-        auto const place = std::find_if(m_children.begin(), m_children.end(),
-                                        [&name](auto const & child) { return child->m_name == name; });
-        return place == m_children.end() ? -1 : static_cast<int>(place - m_children.begin());
+        if (!index->TryAppend(m_children[position]->m_name, static_cast<int>(position)))
+            index.reset(); // searching goes on without it
     }
-    if (!m_index)
-    {
-        auto index = std::make_unique<kr::detail::NameIndex>();
-        for (std::size_t position = 0; position < m_children.size(); ++position)
-            index->Append(m_children[position]->m_name, static_cast<int>(position));
-        m_index = std::move(index);
-    }
-    return m_index->Find(name);
+    m_index = std::move(index);
+}
+
+void CKrProperty::ForgetNames() noexcept
+{
+    m_index.reset();
+    m_searched = 0;
 }
 
 CKrProperty * CKrProperty::RemoveSubProperty(CString const & name)
@@ -75,7 +91,7 @@ void CKrProperty::DeleteSubProperty(CString const & name) { delete RemoveSubProp
 
 void CKrProperty::DeleteSubProperties()
 {
-    m_index.reset();
+    ForgetNames();
     m_children.clear();
 }
 
@@ -91,7 +107,7 @@ bool CKrProperty::ShiftSubProperty(unsigned int index, int delta)
         std::rotate(first + target, first + source, first + source + 1);
     else
         std::rotate(first + source, first + source + 1, first + target + 1);
-    m_index.reset();
+    ForgetNames();
     return true;
 }
 
@@ -121,7 +137,7 @@ bool CKrProperty::SortByDescription(bool recursive)
     for (std::size_t position = 0; position < places.size(); ++position)
         sorted[position] = std::move(m_children[places[position].position]);
     m_children = std::move(sorted);
-    m_index.reset();
+    ForgetNames();
 
     if (recursive)
     {

@@ -1,0 +1,232 @@
+// Searching by name among many children, where the node keeps an index of their names.
+#include <krcore/property/krproperty.h>
+
+#include <krcore/property/krnameindex.h>
+
+#include "tests/property/counted_property.h"
+#include "tests/property/memory_failure.h"
+#include "tests/support/failing_allocator.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+
+using kr::test::AddCounted;
+using kr::test::CountedProperty;
+using kr::test::ExpectLinked;
+using kr::test::FailNthAllocation;
+using kr::test::LiveAllocations;
+
+namespace
+{
+
+CString Name(unsigned int number)
+{
+    CString name;
+    name.Format(OLESTR("n%u"), number);
+    return name;
+}
+
+void AddNumbered(CKrProperty & node, unsigned int count)
+{
+    for (unsigned int number = 0; number < count; ++number)
+        AddCounted(node, Name(number));
+}
+
+/// The obvious search.
+int IndexOf(CKrProperty const & node, CString const & name)
+{
+    for (unsigned int index = 0; index < node.GetSubPropertyCount(); ++index)
+    {
+        if (node.GetSubPropertyAt(index)->GetName() == name)
+            return static_cast<int>(index);
+    }
+    return -1;
+}
+
+/// Asks for many names, often enough that a wide node makes its index, and compares the answers with the obvious ones.
+void ExpectFound(CKrProperty const & node, unsigned int names)
+{
+    for (int round = 0; round < 10; ++round)
+    {
+        for (unsigned int number = 0; number <= names; ++number)
+        {
+            CString const name = Name(number);
+            int const index = IndexOf(node, name);
+            ASSERT_EQ(node.FindSubPropertyIndex(name), index) << "name " << number;
+            ASSERT_EQ(node.GetSubProperty(name), node.GetSubPropertyAt(static_cast<unsigned int>(index)));
+        }
+    }
+}
+
+void SearchLast(CKrProperty const & node, CString const & name, int times)
+{
+    for (int time = 0; time < times; ++time)
+        EXPECT_EQ(node.FindSubPropertyIndex(name), static_cast<int>(node.GetSubPropertyCount()) - 1);
+}
+
+} // namespace
+
+TEST(NameIndex, FindsTheFirstOfEqualNamesAndRegardsCase)
+{
+    kr::detail::NameIndex index;
+    EXPECT_TRUE(index.TryAppend(OLESTR("a"), 0));
+    EXPECT_TRUE(index.TryAppend(OLESTR("b"), 1));
+    EXPECT_TRUE(index.TryAppend(OLESTR("a"), 2));
+    EXPECT_TRUE(index.TryAppend(CString(), 3));
+    EXPECT_EQ(index.Find(OLESTR("a")), 0);
+    EXPECT_EQ(index.Find(OLESTR("b")), 1);
+    EXPECT_EQ(index.Find(CString()), 3);
+    EXPECT_EQ(index.Find(OLESTR("A")), -1);
+}
+
+TEST(NameIndex, SaysWhenMemoryRunsOut)
+{
+    kr::detail::NameIndex index;
+    CString const name = OLESTR("a");
+    FailNthAllocation const fail(1);
+    EXPECT_FALSE(index.TryAppend(name, 0));
+    EXPECT_TRUE(fail.HasFailed());
+}
+
+TEST(NameIndex, IsWorthMakingForManyChildrenThatAreSearchedOften)
+{
+    EXPECT_FALSE(kr::detail::NameIndex::IsWorthMaking(31, 1000));
+    EXPECT_TRUE(kr::detail::NameIndex::IsWorthMaking(32, 128));
+    EXPECT_FALSE(kr::detail::NameIndex::IsWorthMaking(32, 127));
+    EXPECT_FALSE(kr::detail::NameIndex::IsWorthMaking(1000, 3999));
+}
+
+TEST(CKrPropertyNames, AreIndexedOnceAWideNodeIsSearchedOften)
+{
+    CKrProperty narrow, wide;
+    AddNumbered(narrow, 31);
+    AddNumbered(wide, 32);
+    CString const lastOfNarrow = Name(30), lastOfWide = Name(31);
+    std::size_t const before = LiveAllocations();
+    SearchLast(narrow, lastOfNarrow, 100);
+    EXPECT_EQ(LiveAllocations(), before);
+    SearchLast(wide, lastOfWide, 2);
+    EXPECT_EQ(LiveAllocations(), before);
+    SearchLast(wide, lastOfWide, 10);
+    EXPECT_GT(LiveAllocations(), before);
+}
+
+TEST(CKrPropertyNames, AreNotIndexedWhileTheChildrenChangeBetweenSearches)
+{
+    CKrProperty node;
+    AddNumbered(node, 100);
+    CString const last = Name(99);
+    std::size_t const before = LiveAllocations();
+    for (int time = 0; time < 20; ++time)
+    {
+        SearchLast(node, last, 2);
+        std::unique_ptr<CKrProperty> child(node.RemoveSubProperty(last));
+        EXPECT_EQ(LiveAllocations(), before);
+        node.AddSubProperty(child.release());
+    }
+}
+
+TEST(CKrPropertyNames, AreForgottenWithEachChange)
+{
+    // clang-format off
+    struct Row { char const * what; void (*change)(CKrProperty &); };
+    Row const rows[] = {
+        { "rename",      [](CKrProperty & node) { node.GetSubPropertyAt(7)->SetName(node.GetSubPropertyAt(8)->GetName()); } },
+        { "copy to",     [](CKrProperty & node) { node.GetSubPropertyAt(7)->Copy(*node.GetSubPropertyAt(9)); }              },
+        { "deep copy to", [](CKrProperty & node) { node.GetSubPropertyAt(7)->DeepCopy(*node.GetSubPropertyAt(9)); }         },
+        { "assign to",   [](CKrProperty & node) { *node.GetSubPropertyAt(7) = *node.GetSubPropertyAt(9); }                  },
+        { "shift",       [](CKrProperty & node) { node.ShiftSubProperty(3, 20); }                                           },
+        { "sort",        [](CKrProperty & node) { node.SortByDescription(false); }                                          },
+        { "remove",      [](CKrProperty & node) { delete node.RemoveSubProperty(OLESTR("n5")); }                            },
+        { "remove last", [](CKrProperty & node) { delete node.RemoveSubProperty(OLESTR("n39")); }                           },
+        { "delete",      [](CKrProperty & node) { node.DeleteSubProperty(OLESTR("n0")); }                                   },
+        { "delete all",  [](CKrProperty & node) { node.DeleteSubProperties(); }                                             },
+        { "delete all and add", [](CKrProperty & node) { node.DeleteSubProperties(); AddNumbered(node, 33); }               },
+        { "insert",      [](CKrProperty & node) { node.InsertSubProperty(4, new CountedProperty(OLESTR("n20"))); }          },
+        { "append",      [](CKrProperty & node) { AddCounted(node, OLESTR("n40")); }                                        },
+        { "append a second of a name", [](CKrProperty & node) { AddCounted(node, OLESTR("n20")); }                          },
+        { "deep copy",   [](CKrProperty & node) { node.DeepCopy(CKrProperty(*node.GetSubPropertyAt(0))); }                  },
+    };
+    // clang-format on
+    for (Row const & row : rows)
+    {
+        SCOPED_TRACE(row.what);
+        CKrProperty node;
+        AddNumbered(node, 40);
+        ExpectFound(node, 41);
+        row.change(node);
+        ExpectFound(node, 41);
+        ExpectLinked(node);
+    }
+    EXPECT_EQ(CountedProperty::Living(), 0);
+}
+
+TEST(CKrPropertyNames, AreFoundWhenNoMemoryIsLeft)
+{
+    CKrProperty node;
+    AddNumbered(node, 40);
+    CString const last = Name(39), added = Name(40);
+    for (std::size_t n = 1; n < 60; ++n)
+    {
+        FailNthAllocation const fail(n);
+        for (int time = 0; time < 20; ++time)
+            ASSERT_EQ(node.FindSubPropertyIndex(last), 39);
+        node.GetSubPropertyAt(0)->SetName(node.GetSubPropertyAt(0)->GetName()); // so that the index is made anew
+    }
+    // A child that the index has no room for is found as well.
+    SearchLast(node, last, 20);
+    auto child = std::make_unique<CountedProperty>(added);
+    node.InsertSubProperty(40, new CountedProperty(OLESTR("room")));
+    delete node.RemoveSubProperty(OLESTR("room"));
+    SearchLast(node, last, 20);
+    {
+        FailNthAllocation const fail(1);
+        node.AddSubProperty(child.release()); // the list has room
+        EXPECT_TRUE(fail.HasFailed());
+    }
+    EXPECT_EQ(node.FindSubPropertyIndex(added), 40);
+    ExpectFound(node, 41);
+}
+
+TEST(CKrPropertyNames, AreFoundAsByTheObviousSearchThroughAnyChanges)
+{
+    std::mt19937 random(20210315);
+    auto const below = [&random](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };
+    constexpr unsigned int names = 60;
+    CKrProperty node;
+    AddNumbered(node, 36);
+    for (int step = 0; step < 600; ++step)
+    {
+        SCOPED_TRACE(step);
+        unsigned int const count = node.GetSubPropertyCount();
+        CString const name = Name(below(names));
+        switch (below(6))
+        {
+        case 0:
+            AddCounted(node, name);
+            break;
+        case 1:
+            node.InsertSubProperty(below(count + 1), new CountedProperty(name));
+            break;
+        case 2:
+            if (count > 30) // stays around the width at which the index begins
+                node.DeleteSubProperty(name);
+            break;
+        case 3:
+            if (CKrProperty * const child = node.GetSubPropertyAt(below(count)))
+                child->SetName(name);
+            break;
+        case 4:
+            node.ShiftSubProperty(below(count), static_cast<int>(below(9)) - 4);
+            break;
+        default:
+            node.DeleteSubProperty(node.GetSubPropertyAt(count - 1)->GetName());
+            break;
+        }
+        for (unsigned int number = 0; number < names; ++number)
+            ASSERT_EQ(node.FindSubPropertyIndex(Name(number)), IndexOf(node, Name(number)));
+    }
+    ExpectLinked(node);
+}
