@@ -9,7 +9,8 @@ namespace
 CKrColor ReadColor(CString const & text)
 {
     long const number = _wtol(text);
-    return number < 0 ? CKrColor(static_cast<short>(-number)) : CKrColor(static_cast<unsigned long>(number));
+    return number < 0 ? CKrColor(static_cast<short>(-static_cast<long long>(number)))
+                      : CKrColor(static_cast<unsigned long>(number));
 }
 
 } // namespace
