@@ -8,6 +8,11 @@ namespace
 
 constexpr WCHAR defaultCategory[] = OLESTR("_KRPROPDEFCAT_");
 
+std::unique_ptr<CKrProperty> MakeCategory(CString const & name, CString const & description, bool visible)
+{
+    return std::make_unique<CKrProperty>(name, description, CKrProperty::ePropNone, CKrVariant(), true, visible);
+}
+
 } // namespace
 
 CKrPropertySet::CKrPropertySet() = default;
@@ -33,8 +38,9 @@ CKrProperty * CKrPropertySet::CreatePropCategory(CString const & name, CString c
     CKrProperty * category = m_root.GetSubProperty(effectiveName);
     if (!category)
     {
-        category = new CKrProperty(effectiveName, description, CKrProperty::ePropNone, CKrVariant(), true, visible);
-        m_root.AddSubProperty(category);
+        std::unique_ptr<CKrProperty> made = MakeCategory(effectiveName, description, visible);
+        category = made.get();
+        m_root.AddSubProperty(made.release());
     }
     return category;
 }
@@ -142,8 +148,15 @@ bool CKrPropertySet::InsertProperty(unsigned int index, CKrProperty * property, 
     if (!property)
         return false;
     std::unique_ptr<CKrProperty> owner(property); // until a category takes it
-    CKrProperty * const holder = CreatePropCategory(category, category, true);
-    holder->InsertSubProperty(index, owner.release());
+    CString const name = ConvertCategoryName(category);
+    if (CKrProperty * const holder = m_root.GetSubProperty(name))
+    {
+        holder->InsertSubProperty(index, owner.release());
+        return true;
+    }
+    std::unique_ptr<CKrProperty> made = MakeCategory(name, category, true);
+    made->AddSubProperty(owner.release()); // before the set has the category, so that a failure leaves no empty one
+    m_root.AddSubProperty(made.release());
     return true;
 }
 
