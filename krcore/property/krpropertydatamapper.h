@@ -40,8 +40,12 @@ public:
     void DataToProp(CKrProperty * property, double data) const;
     void DataToProp(CKrProperty * property, bool data) const;
     void DataToProp(CKrProperty * property, CString const & data) const;
-    /// A literal is a text and not a bool.
-    void DataToProp(CKrProperty * property, WCHAR const * data) const { DataToProp(property, CString(data)); }
+    /// A literal, of any kind that makes a `CString`, is a text and not a bool. Null is empty text.
+    template <class Character>
+    void DataToProp(CKrProperty * property, Character const * data) const
+    {
+        DataToProp(property, CString(data));
+    }
     /// Dates and times go into properties of the date kinds only.
     void DataToProp(CKrProperty * property, COleDateTime const & data) const;
     /// A time of 0 is the date 0.0.
