@@ -11,7 +11,7 @@ constexpr WCHAR const * traceSource = OLESTR("krpropertyutils");
 
 bool IsMarked(CKrProperty const & property)
 {
-    return property.HasAttribute(s_variedMode) && property.GetAttribute(s_variedMode).IsValid();
+    return property.GetAttribute(s_variedMode).IsValid();
 }
 
 } // namespace
