@@ -221,6 +221,7 @@ TEST(Swscanf, ReadsRunsOfSets)
     EXPECT_EQ(read(OLESTR("abc123"), OLESTR("%2[a-z]")), "1:ab");
     EXPECT_EQ(read(OLESTR("abc123"), OLESTR("%[z-a]")), "1:abc");
     EXPECT_EQ(read(OLESTR("a-b"), OLESTR("%[ab-]")), "1:a-b");
+    EXPECT_EQ(read(OLESTR("a-ced"), OLESTR("%[a-c-e]")), "1:a-ce") << "a range ends where it ends";
     EXPECT_EQ(read(OLESTR("]a"), OLESTR("%[]a]")), "1:]a");
     EXPECT_EQ(read(OLESTR("a]"), OLESTR("%[^]]")), "1:a");
     EXPECT_EQ(read(OLESTR(" a"), OLESTR("%[a]")), "0:") << "white space is not skipped";
