@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <type_traits>
 #include <utility>
 
 namespace
@@ -14,10 +15,61 @@ namespace
 constexpr double sameItem = -9.0; // Deliberate: negative, so that no two doubles are ever the same item
 constexpr double leastDifference = 1e-10;
 
-double ReadDouble(CString text)
+// The order of items; not-a-number stands behind all numbers, or no sort would be safe.
+struct Before
 {
-    text.Replace(OLESTR(','), OLESTR('.'));
-    return wcstod(text, nullptr);
+    bool operator()(CString const & left, CString const & right) const { return left < right; }
+    bool operator()(int left, int right) const { return left < right; }
+    bool operator()(double left, double right) const
+    {
+        return left < right || (std::isnan(right) && !std::isnan(left));
+    }
+};
+
+template <class Item>
+void SortItems(std::vector<Item> & items)
+{
+    std::sort(items.begin(), items.end(), Before());
+}
+
+template <class Item>
+Item ReadItem(CString text)
+{
+    if constexpr (std::is_same_v<Item, int>)
+        return _wtoi(text);
+    else if constexpr (std::is_same_v<Item, double>)
+    {
+        text.Replace(OLESTR(','), OLESTR('.'));
+        return wcstod(text, nullptr);
+    }
+    else
+        return text;
+}
+
+// What `Has` and `Replace` take for the same item.
+template <class Item>
+bool IsSameItem(Item const & left, Item const & right)
+{
+    return left == right;
+}
+
+template <>
+bool IsSameItem(double const & left, double const & right)
+{
+    return std::fabs(left - right) < sameItem;
+}
+
+// What `IsEqual` takes for an equal pair.
+template <class Item>
+bool IsEqualPair(Item const & left, Item const & right)
+{
+    return left == right;
+}
+
+template <>
+bool IsEqualPair(double const & left, double const & right)
+{
+    return !(std::fabs(left - right) < leastDifference);
 }
 
 } // namespace
@@ -60,38 +112,40 @@ void CKrStringParser::Clear() noexcept
     m_integers.clear();
 }
 
+// Calls `work` with the member that is the active list; false for an unknown type.
+template <class Work>
+bool CKrStringParser::WithActiveList(Work work) const
+{
+    switch (m_type)
+    {
+    case eParserTypeString:
+        work(&CKrStringParser::m_strings);
+        return true;
+    case eParserTypeDouble:
+        work(&CKrStringParser::m_doubles);
+        return true;
+    case eParserTypeInt:
+        work(&CKrStringParser::m_integers);
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool CKrStringParser::Split(CString const & text, CString const & separator)
 {
     if (!separator.IsEmpty())
         m_separator = separator;
-    switch (m_type)
-    {
-    case eParserTypeString:
-        return Split(text, m_separator, m_strings);
-    case eParserTypeDouble:
-        return Split(text, m_separator, m_doubles);
-    case eParserTypeInt:
-        return Split(text, m_separator, m_integers);
-    default:
-        return false;
-    }
+    return WithActiveList([&](auto list) { Split(text, m_separator, this->*list); });
 }
 
 CString CKrStringParser::Join(CString const & separator)
 {
     if (!separator.IsEmpty())
         m_separator = separator;
-    switch (m_type)
-    {
-    case eParserTypeString:
-        return Join(m_separator, m_strings);
-    case eParserTypeDouble:
-        return Join(m_separator, m_doubles);
-    case eParserTypeInt:
-        return Join(m_separator, m_integers);
-    default:
-        return CString();
-    }
+    CString joined;
+    WithActiveList([&](auto list) { joined = Join(m_separator, this->*list); });
+    return joined;
 }
 
 CKrStringParser CKrStringParser::ParserOf(CString const & text, CString const & separator) const
@@ -99,83 +153,58 @@ CKrStringParser CKrStringParser::ParserOf(CString const & text, CString const & 
     return CKrStringParser(text, separator.IsEmpty() ? m_separator : separator, m_type);
 }
 
-// Replaces the active list by what `merge` makes of it and the other's.
-template <class Merge>
-CKrStringParser & CKrStringParser::Combine(CKrStringParser const & other, Merge merge)
+CKrStringParser & CKrStringParser::Append(CKrStringParser const & other)
 {
     if (m_type != other.m_type)
         return *this;
-    switch (m_type)
-    {
-    case eParserTypeString:
-        m_strings = merge(m_strings, other.m_strings);
-        break;
-    case eParserTypeDouble:
-        m_doubles = merge(m_doubles, other.m_doubles);
-        break;
-    case eParserTypeInt:
-        m_integers = merge(m_integers, other.m_integers);
-        break;
-    default:
-        break;
-    }
+    WithActiveList(
+        [&](auto list)
+        {
+            auto const added = other.*list; // a copy: the other may be this object
+            auto & items = this->*list;
+            items.insert(items.end(), added.begin(), added.end());
+        });
     return *this;
 }
 
-namespace
+// Replaces the active list by the merge of sorted copies of it and of the other's.
+template <class Merge>
+CKrStringParser & CKrStringParser::MergeSorted(CKrStringParser const & other, Merge merge)
 {
-
-// Makes a merge of two lists out of a merge of two sorted ranges.
-template <class MergeRanges>
-auto OfSorted(MergeRanges mergeRanges)
-{
-    return [mergeRanges](auto left, auto right)
-    {
-        std::sort(left.begin(), left.end());
-        std::sort(right.begin(), right.end());
-        decltype(left) result;
-        mergeRanges(left, right, std::back_inserter(result));
-        return result;
-    };
-}
-
-} // namespace
-
-CKrStringParser & CKrStringParser::Append(CKrStringParser const & other)
-{
-    return Combine(other,
-                   [](auto left, auto const & right)
-                   {
-                       left.insert(left.end(), right.begin(), right.end());
-                       return left;
-                   });
+    if (m_type != other.m_type)
+        return *this;
+    WithActiveList(
+        [&](auto list)
+        {
+            auto left = this->*list;
+            auto right = other.*list;
+            SortItems(left);
+            SortItems(right);
+            decltype(left) result;
+            merge(left.begin(), left.end(), right.begin(), right.end(), std::back_inserter(result), Before());
+            (this->*list).swap(result);
+        });
+    return *this;
 }
 
 CKrStringParser & CKrStringParser::Union(CKrStringParser const & other)
 {
-    return Combine(other, OfSorted([](auto const & left, auto const & right, auto out)
-                                   { std::set_union(left.begin(), left.end(), right.begin(), right.end(), out); }));
+    return MergeSorted(other, [](auto... ranges) { std::set_union(ranges...); });
 }
 
 CKrStringParser & CKrStringParser::Intersection(CKrStringParser const & other)
 {
-    return Combine(other,
-                   OfSorted([](auto const & left, auto const & right, auto out)
-                            { std::set_intersection(left.begin(), left.end(), right.begin(), right.end(), out); }));
+    return MergeSorted(other, [](auto... ranges) { std::set_intersection(ranges...); });
 }
 
 CKrStringParser & CKrStringParser::Difference(CKrStringParser const & other)
 {
-    return Combine(other,
-                   OfSorted([](auto const & left, auto const & right, auto out)
-                            { std::set_difference(left.begin(), left.end(), right.begin(), right.end(), out); }));
+    return MergeSorted(other, [](auto... ranges) { std::set_difference(ranges...); });
 }
 
 CKrStringParser & CKrStringParser::SymmetricDifference(CKrStringParser const & other)
 {
-    return Combine(
-        other, OfSorted([](auto const & left, auto const & right, auto out)
-                        { std::set_symmetric_difference(left.begin(), left.end(), right.begin(), right.end(), out); }));
+    return MergeSorted(other, [](auto... ranges) { std::set_symmetric_difference(ranges...); });
 }
 
 CKrStringParser & CKrStringParser::Append(CString const & text, CString const & separator)
@@ -206,94 +235,74 @@ CKrStringParser & CKrStringParser::SymmetricDifference(CString const & text, CSt
 CKrStringParser & CKrStringParser::Sort(bool caseSensitive)
 {
     if (m_type == eParserTypeString && !caseSensitive)
-    {
         std::sort(m_strings.begin(), m_strings.end(),
                   [](CString const & left, CString const & right) { return left.CompareNoCase(right) < 0; });
-        return *this;
-    }
-    return Combine(*this,
-                   [](auto items, auto const &)
-                   {
-                       std::sort(items.begin(), items.end());
-                       return items;
-                   });
+    else
+        WithActiveList([this](auto list) { SortItems(this->*list); });
+    return *this;
 }
 
 CKrStringParser & CKrStringParser::Reverse()
 {
-    return Combine(*this,
-                   [](auto items, auto const &)
-                   {
-                       std::reverse(items.begin(), items.end());
-                       return items;
-                   });
+    WithActiveList([this](auto list) { std::reverse((this->*list).begin(), (this->*list).end()); });
+    return *this;
 }
 
 CKrStringParser & CKrStringParser::Unique()
 {
-    return Combine(*this,
-                   [](auto items, auto const &)
-                   {
-                       std::sort(items.begin(), items.end());
-                       items.erase(std::unique(items.begin(), items.end()), items.end());
-                       return items;
-                   });
+    WithActiveList(
+        [this](auto list)
+        {
+            auto & items = this->*list;
+            SortItems(items);
+            auto const isRepetition = [](auto const & left, auto const & right) { return !Before()(left, right); };
+            items.erase(std::unique(items.begin(), items.end(), isRepetition), items.end());
+        });
+    return *this;
 }
 
 CKrStringParser & CKrStringParser::Replace(CString const & oldItem, CString const & newItem)
 {
-    switch (m_type)
-    {
-    case eParserTypeString:
-        std::replace(m_strings.begin(), m_strings.end(), CString(oldItem), CString(newItem));
-        break;
-    case eParserTypeDouble:
-        std::replace_if(
-            m_doubles.begin(), m_doubles.end(),
-            [old = ReadDouble(oldItem)](double item) { return std::fabs(item - old) < sameItem; }, ReadDouble(newItem));
-        break;
-    case eParserTypeInt:
-        std::replace(m_integers.begin(), m_integers.end(), _wtoi(oldItem), _wtoi(newItem));
-        break;
-    default:
-        break;
-    }
+    WithActiveList(
+        [&](auto list)
+        {
+            auto & items = this->*list;
+            using Item = typename std::remove_reference_t<decltype(items)>::value_type;
+            auto const isOld = [old = ReadItem<Item>(oldItem)](Item const & item) { return IsSameItem(item, old); };
+            std::replace_if(items.begin(), items.end(), isOld, ReadItem<Item>(newItem));
+        });
     return *this;
 }
 
 bool CKrStringParser::Has(CString const & item) const
 {
-    switch (m_type)
-    {
-    case eParserTypeString:
-        return std::find(m_strings.begin(), m_strings.end(), item) != m_strings.end();
-    case eParserTypeDouble:
-        return std::any_of(m_doubles.begin(), m_doubles.end(),
-                           [wanted = ReadDouble(item)](double candidate)
-                           { return std::fabs(candidate - wanted) < sameItem; });
-    case eParserTypeInt:
-        return std::find(m_integers.begin(), m_integers.end(), _wtoi(item)) != m_integers.end();
-    default:
-        return false;
-    }
+    bool has = false;
+    WithActiveList(
+        [&](auto list)
+        {
+            auto const & items = this->*list;
+            using Item = typename std::remove_reference_t<decltype(items)>::value_type;
+            has = std::any_of(items.begin(), items.end(),
+                              [wanted = ReadItem<Item>(item)](Item const & candidate)
+                              { return IsSameItem(candidate, wanted); });
+        });
+    return has;
 }
 
 bool CKrStringParser::IsEqual(CKrStringParser const & other) const
 {
     if (m_type != other.m_type)
         return false;
-    switch (m_type)
-    {
-    case eParserTypeString:
-        return m_strings == other.m_strings;
-    case eParserTypeDouble:
-        return std::equal(m_doubles.begin(), m_doubles.end(), other.m_doubles.begin(), other.m_doubles.end(),
-                          [](double left, double right) { return !(std::fabs(left - right) < leastDifference); });
-    case eParserTypeInt:
-        return m_integers == other.m_integers;
-    default:
-        return true;
-    }
+    bool equal = true;
+    WithActiveList(
+        [&](auto list)
+        {
+            auto const & left = this->*list;
+            auto const & right = other.*list;
+            equal = std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                               [](auto const & one, auto const & another) { return IsEqualPair(one, another); });
+        });
+    return equal;
 }
 
 bool CKrStringParser::IsEqual(CString const & text, CString const & separator) const

@@ -67,7 +67,8 @@ public:
     /// The other's items behind the own.
     CKrStringParser & Append(CKrStringParser const & other);
     CKrStringParser & Append(CString const & text, CString const & separator);
-    // Multisets, of m own and n other occurrences. The result is sorted, texts by code units.
+    // Multisets, of m own and n other occurrences. The result is sorted, texts by code units. Sorting puts what is not a number behind
+    // all numbers, and takes it for equal to its like there.
     /// The greater of m and n.
     CKrStringParser & Union(CKrStringParser const & other);
     CKrStringParser & Union(CString const & text, CString const & separator);
@@ -103,8 +104,10 @@ public:
 
 private:
     CKrStringParser ParserOf(CString const & text, CString const & separator) const;
+    template <class Work>
+    bool WithActiveList(Work work) const;
     template <class Merge>
-    CKrStringParser & Combine(CKrStringParser const & other, Merge merge);
+    CKrStringParser & MergeSorted(CKrStringParser const & other, Merge merge);
 
     CString m_separator;
     EParserType m_type;
