@@ -97,7 +97,8 @@ public:
     void AddOptionText(std::vector<CString> const & texts);
     void Clear();
     void DeleteOption(CString const & identifier);
-    /// Hands the item to the caller.
+    /// Hands the item to the caller. Deliberate: the identifier that it has now is forgotten, so that one renamed in the list stays under its
+    /// old one; rename no item that is to be removed.
     CKrOptionListItem * RemoveOption(CString const & identifier);
 
     CKrOptionListItem * GetOption(CString const & identifier) const;
