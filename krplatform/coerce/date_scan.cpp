@@ -122,9 +122,10 @@ private:
 
     bool ReadWord() noexcept
     {
+        WCHAR const first = LowerCase(*m_next);
         for (DateWord const & word : m_facts.words)
         {
-            if (!StartsWith(word.folded))
+            if (word.folded.front() != first || !StartsWith(word.folded))
                 continue;
             WCHAR const * const end = m_next + word.folded.size();
             if (end < m_end && IsLetter(word.folded.back()) && IsLetter(*end))
@@ -140,8 +141,7 @@ private:
 
     bool StartsWith(TextView folded) const noexcept
     {
-        auto const isSame = [](WCHAR foldedUnit, WCHAR unit)
-        { return foldedUnit == unit || foldedUnit == LowerCase(unit); };
+        auto const isSame = [](WCHAR foldedUnit, WCHAR unit) { return foldedUnit == LowerCase(unit); };
         return folded.size() <= static_cast<std::size_t>(m_end - m_next) &&
                std::equal(folded.begin(), folded.end(), m_next, isSame);
     }
