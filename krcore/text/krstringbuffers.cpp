@@ -17,6 +17,13 @@ std::shared_ptr<kr::detail::StringAttachment<Char>> LendStorage(CStringT<Char> &
     return attachment;
 }
 
+// Whether the storage has moved to a copy of the buffer, which ends the attachment then.
+template <class Char>
+bool IsPassedOn(std::shared_ptr<kr::detail::StringAttachment<Char>> const & attachment, Char const * storage)
+{
+    return !storage && attachment.use_count() > 1;
+}
+
 // Tells the string its length, unless a copy of the buffer has done so.
 template <class Char>
 void GiveBack(kr::detail::StringAttachment<Char> & attachment, unsigned int length)
@@ -43,7 +50,7 @@ void CKrBufferCStringA::AttachString(CStringA & string, int length)
 void CKrBufferCStringA::ReleaseString()
 {
     auto const attachment = std::exchange(m_attachment, nullptr);
-    if (!attachment)
+    if (!attachment || IsPassedOn(attachment, Get()))
         return;
     unsigned int const length = Length();
     if (Get() == attachment->storage)
@@ -67,7 +74,7 @@ void CKrBufferCStringW::AttachString(CString & string, int length)
 void CKrBufferCStringW::ReleaseString()
 {
     auto const attachment = std::exchange(m_attachment, nullptr);
-    if (!attachment)
+    if (!attachment || IsPassedOn(attachment, Get()))
         return;
     unsigned int const length = Length();
     if (Get() == attachment->storage)

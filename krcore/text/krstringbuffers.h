@@ -29,7 +29,7 @@ struct StringAttachment
 ///     }                                              the string has the buffer's length now
 ///
 /// While attached the size is fixed: growing, `Free`, `Attach` and assigning to the buffer are outside the contract, and the string must not
-/// be touched. Of a copy and its source only one ends the attachment; the other then has none.
+/// be touched. Of a copy and its source the first to go ends the attachment, or the one that the storage was moved to.
 class KRCORE_API CKrBufferCStringA : public CKrCharBuffer
 {
 public:
