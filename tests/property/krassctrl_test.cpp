@@ -206,6 +206,19 @@ TEST(CKrAssCtrlSelectionList, MayBeSetToItself)
     EXPECT_EQ((*control.GetSelectionList())[1].GetAsString(), OLESTR("two"));
 }
 
+TEST(CKrAssCtrlSelectionList, AssignedToItselfIsTheSameList)
+{
+    kr::detail::SelectionList list, other;
+    list.Set({CKrVariant(1)});
+    std::vector<CKrVariant> const * const values = list.Get();
+    kr::detail::SelectionList const & self = list;
+    list = self;
+    EXPECT_EQ(list.Get(), values);
+    other = list;
+    EXPECT_NE(other.Get(), values);
+    EXPECT_EQ(other.Get()->size(), 1u);
+}
+
 TEST(CKrAssCtrlEvents, AreKeptOnceForEachKey)
 {
     CKrAssCtrl control;

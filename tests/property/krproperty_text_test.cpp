@@ -87,6 +87,8 @@ TEST(CKrPropertyText, OfADateTimeOfZeroIsEmptySinceItIsNoDate)
     };
     // clang-format on
     Check(rows);
+    CKrProperty const unnamed = Make(static_cast<CKrProperty::EPropType>(0x30C), s_zero); // no type but this one
+    EXPECT_EQ(unnamed.GetAsInvariantString(), OLESTR("1899-12-30 00:00:00"));
     // The payload counts, not the tag, and it must be a date.
     EXPECT_EQ(Make(CKrProperty::ePropDateTime, CKrVariant(0.0)).GetAsString(), OLESTR("0"));
     VARIANT zero = {};

@@ -26,6 +26,8 @@ public:
         log += OLESTR("a") + node->GetName() + OLESTR(" ");
         if (node->GetName() == growing)
             AddCounted(*node, OLESTR("new"));
+        if (node->GetName() == growingBeside)
+            AddCounted(*node->GetParentProperty(), OLESTR("new"));
         return node->GetName() != ending;
     }
     bool Finish(CKrProperty * node, bool result) override
@@ -38,6 +40,7 @@ public:
     CString unmatched = OLESTR("?");
     CString ending = OLESTR("?");
     CString growing = OLESTR("?");
+    CString growingBeside = OLESTR("?");
     bool finishAnswer = true;
 };
 
@@ -115,5 +118,15 @@ TEST(CKrPropertyVisit, MeetsChildrenThatActionAdds)
     recorder.growing = OLESTR("4");
     EXPECT_TRUE(tree.Visit(recorder));
     EXPECT_EQ(recorder.log, OLESTR("mr ar m1 a1 m2 a2 f2+ m3 a3 f3+ f1+ m4 a4 mnew anew fnew+ f4+ fr+ "));
+    ExpectLinked(tree);
+}
+
+TEST(CKrPropertyVisit, MeetsSiblingsThatActionAddsBehindTheLast)
+{
+    Tree tree;
+    Recorder recorder;
+    recorder.growingBeside = OLESTR("4");
+    EXPECT_TRUE(tree.Visit(recorder));
+    EXPECT_EQ(recorder.log, OLESTR("mr ar m1 a1 m2 a2 f2+ m3 a3 f3+ f1+ m4 a4 f4+ mnew anew fnew+ fr+ "));
     ExpectLinked(tree);
 }
