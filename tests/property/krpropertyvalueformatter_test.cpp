@@ -236,6 +236,7 @@ TEST(CKrPropertyValueFormatter, TouchesNoModifiedFlag)
 
 TEST(CKrPropertyValueFormatter, ReadsUnderAGuard)
 {
+    kr::test::BuildTablesOfFirstUse();
     CKrPropertyValueFormatter const formatter = MakeFormatter();
     for (WCHAR const * const given : {OLESTR("a text that is kept"), OLESTR(" now ")})
     {

@@ -1,5 +1,9 @@
 #include "tests/support/failing_allocator.h"
 
+#include <krplatform/automation/vartext.h>
+#include <krplatform/codepage/codepage.h>
+#include <krplatform/text/bstr.h>
+
 #include <atomic>
 #include <cstdlib>
 #include <new>
@@ -61,6 +65,24 @@ namespace kr::test
 
 std::size_t LiveAllocations() noexcept { return s_live; }
 std::size_t AllAllocations() noexcept { return s_all; }
+
+void BuildTablesOfFirstUse()
+{
+    constexpr LCID german = 1031;
+    for (LCID const locale : {LOCALE_INVARIANT, LOCALE_USER_DEFAULT, german})
+    {
+        BSTR text = nullptr;
+        VarBstrFromDate(44197.75, locale, 0, &text);
+        SysFreeString(text);
+        DATE date = 0.0;
+        VarDateFromStr(OLESTR("1/2/2021"), locale, 0, &date);
+    }
+    WCHAR const unit = OLESTR('\u00E4');
+    char bytes[4];
+    int const count = WideCharToMultiByte(CP_ACP, 0, &unit, 1, bytes, 4, nullptr, nullptr);
+    WCHAR units[4];
+    MultiByteToWideChar(CP_ACP, 0, bytes, count, units, 4);
+}
 
 FailNthAllocation::FailNthAllocation(std::size_t n) noexcept
 {

@@ -12,6 +12,10 @@ std::size_t LiveAllocations() noexcept;
 /// The number of allocations made so far.
 std::size_t AllAllocations() noexcept;
 
+/// Builds what a process builds once, at its first use: the tables of its code page and the facts of the user's locale and of
+/// German. For tests that count allocations, each of which may be the first of its process.
+void BuildTablesOfFirstUse();
+
 /// Makes the n-th allocation of this thread from now on fail, counted from 1, once. The destructor ends that.
 class FailNthAllocation
 {

@@ -83,6 +83,7 @@ TEST(BstrT, TakesABstrOver)
 
 TEST(BstrT, SharesTheTextOfCopies)
 {
+    BuildTablesOfFirstUse();
     _bstr_t const text(OLESTR("wall"));
     std::size_t const before = AllAllocations();
     _bstr_t const copy(text);
@@ -96,6 +97,7 @@ TEST(BstrT, SharesTheTextOfCopies)
 
 TEST(BstrT, TheTextLivesAsLongAsOneCopy)
 {
+    BuildTablesOfFirstUse();
     std::size_t const before = LiveAllocations();
     {
         _bstr_t copy;
@@ -270,6 +272,7 @@ TEST(BstrTMemory, KeepsTheTextWhenItRunsOut)
 
 TEST(BstrTMemory, TheNarrowFormIsMadeAfterAFailure)
 {
+    BuildTablesOfFirstUse();
     _bstr_t const text(OLESTR("wall"));
     {
         FailNthAllocation const fail(1);

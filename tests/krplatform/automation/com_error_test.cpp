@@ -236,6 +236,7 @@ TEST(ComErrorThrow, RaiseTakesTheObjectOver)
 
 TEST(ComErrorMemory, LeaksNothingWhenItRunsOut)
 {
+    BuildTablesOfFirstUse();
     CountedErrorInfo info;
     _com_error const error(E_FAIL, &info, true);
     auto const check = [] { EXPECT_EQ(ThrownComError([] { throw; }), E_OUTOFMEMORY); };

@@ -97,12 +97,17 @@ std::string Write(Writer const & write, LCID locale, ULONG flags)
 
 TEST(VartextNumbers, WritesANewTextInTheLocale)
 {
-    std::size_t const before = LiveAllocations();
-    for (WriterRow const & row : s_writers)
+    auto const writeAll = []
     {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(Write(row.write, LOCALE_INVARIANT, 0), row.invariant);
-    }
+        for (WriterRow const & row : s_writers)
+        {
+            SCOPED_TRACE(row.name);
+            EXPECT_EQ(Write(row.write, LOCALE_INVARIANT, 0), row.invariant);
+        }
+    };
+    writeAll(); // what a process keeps from its first use does not count
+    std::size_t const before = LiveAllocations();
+    writeAll();
     EXPECT_EQ(LiveAllocations(), before);
     UserLocale const locale("de_DE");
     for (WriterRow const & row : s_writers)
