@@ -9,10 +9,7 @@ namespace
 CString const s_variedMode(OLESTR("Kr.VariedMode"));
 constexpr WCHAR const * traceSource = OLESTR("krpropertyutils");
 
-bool IsMarked(CKrProperty const & property)
-{
-    return property.GetAttribute(s_variedMode).IsValid();
-}
+bool IsMarked(CKrProperty const & property) { return property.GetAttribute(s_variedMode).IsValid(); }
 
 } // namespace
 

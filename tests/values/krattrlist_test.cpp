@@ -302,7 +302,8 @@ TEST(CKrAttrList, LeaksNothingAndStaysAsItWasWhereMemoryRunsOut)
 {
     CString const key(OLESTR("x"));
     CString const text(OLESTR("text"));
-    auto const isMemoryFailure = [] {
+    auto const isMemoryFailure = []
+    {
         try
         {
             throw;
@@ -318,7 +319,8 @@ TEST(CKrAttrList, LeaksNothingAndStaysAsItWasWhereMemoryRunsOut)
     filled.SetString(key, text, text);
     EXPECT_GE(FailEveryAllocation([&] { CKrAttrList copy(filled); }, isMemoryFailure), 2u);
     EXPECT_GE(FailEveryAllocation(
-                  [&] {
+                  [&]
+                  {
                       CKrAttrList list;
                       try
                       {
