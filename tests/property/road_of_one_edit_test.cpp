@@ -7,13 +7,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <regex>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <unistd.h>
@@ -136,11 +137,25 @@ protected:
     std::string Written() const
     {
         std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        std::ostringstream content;
+        content << file.rdbuf();
+        return content.str();
     }
-    void ExpectWritten(std::string const & pattern) const
+    // With every digit of a time replaced by a 0.
+    void ExpectWritten(std::string const & expected) const
     {
-        EXPECT_TRUE(std::regex_match(Written(), std::regex(pattern))) << Written();
+        std::string written = Written();
+        constexpr std::string_view time = "00:00:00-";
+        for (std::size_t start = 0; start + time.size() <= written.size(); ++start)
+        {
+            std::string_view const place = std::string_view(written).substr(start, time.size());
+            bool const isTime = std::equal(place.begin(), place.end(), time.begin(),
+                                           [](char found, char wanted)
+                                           { return wanted == '0' ? found >= '0' && found <= '9' : found == wanted; });
+            if (isTime)
+                written.replace(start, time.size(), time);
+        }
+        EXPECT_EQ(written, expected);
     }
 
     std::filesystem::path path;
@@ -150,10 +165,10 @@ protected:
     CKrPropMultiEditHelper helper;
 };
 
-std::string const s_prepared = "\\d\\d:\\d\\d:\\d\\d-krpropertyutils               \\(305\\): "
-                               "\tCKrPropMultiEditHelper::PrepareEdit\\(\\) called\n";
+std::string const s_prepared = "00:00:00-krpropertyutils               (305): "
+                               "\tCKrPropMultiEditHelper::PrepareEdit() called\n";
 std::string const s_updated =
-    "\\d\\d:\\d\\d:\\d\\d-krpropertyutils               \\(327\\): \tCKrPropMultiEditHelper::Update\\(\\) called\n";
+    "00:00:00-krpropertyutils               (327): \tCKrPropMultiEditHelper::Update() called\n";
 
 } // namespace
 
