@@ -52,7 +52,7 @@ bool LosesDigitsInTheCLibrary(std::string const & format, double value)
     return carries && format.find('#') != std::string::npos && (format.back() | 0x20) == 'g';
 }
 
-/// Calls `check` with every specification of the grid in front of `conversion`.
+/// Calls `check` with every mix of flags, width and precision in front of `conversion`.
 template <class Check>
 void ForEachFormat(std::string const & conversion, Check check)
 {
