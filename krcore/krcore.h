@@ -26,7 +26,8 @@
 #include <krcore/foundation/krtreenode.h>
 #include <krcore/foundation/krwrappedobj.h>
 #include <krcore/graphics/krcolor.h>
-#include <krcore/graphics/krcolorscheme.h>
+#include <krcore/graphics/krcolorschemebase.h>
+#include <krcore/graphics/krcolorschememap.h>
 #include <krcore/graphics/krstyles.h>
 #include <krcore/property/krassctrl.h>
 #include <krcore/property/krevent.h>
