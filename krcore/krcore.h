@@ -2,6 +2,7 @@
 #pragma once
 
 #include <krcore/datetime/krdatetime.h>
+#include <krcore/datetime/krdatetimerange.h>
 #include <krcore/datetime/krdatetimeutils.h>
 #include <krcore/datetime/krsynchronizedtime.h>
 #include <krcore/diagnostics/krcriticalexception.h>

@@ -1,6 +1,6 @@
 #include <krcore/datetime/krdatetime.h>
 
-#include <krcore/datetime/krcheckeddate.h>
+#include <krcore/datetime/krdateoftime.h>
 #include <krplatform/automation/vartext.h>
 
 CKrDate::CKrDate() noexcept = default;
@@ -40,7 +40,7 @@ CKrDate & CKrDate::SetNull() noexcept
 
 CKrDate & CKrDate::SetZero() noexcept
 {
-    m_value = kr::detail::CheckedDate(0, 0, 0, 0, 0, 0);
+    m_value = COleDateTime(0, 0, 0, 0, 0, 0);
     return *this;
 }
 

@@ -1,6 +1,6 @@
 #include <krcore/datetime/krdatetime.h>
 
-#include <krcore/datetime/krcheckeddate.h>
+#include <krcore/datetime/krdateoftime.h>
 
 #include <cmath>
 

@@ -11,10 +11,14 @@ class CKrTime;
 class CKrDateTime;
 
 /// What the three classes share: an automation date with a status, and the tests that tell empty (null), broken (invalid) and the zero date
-/// apart. The date part of a value is its integer, the time part the rest, also below zero.
+/// apart. A new object is zero. There are no comparisons: compare the `COleDateTime` of each.
 ///
-/// Deliberate, for all four classes: the copy constructor ignores its source and gives the zero value; only `=` and `Set` copy. So a value is
-/// never passed or returned by a copy; what is returned here is made in the caller's object.
+/// Deliberate, for all four classes: the copy constructor ignores its source and gives the zero value; only `=` and `Set` copy. So pass a
+/// value by reference; what is returned here is made in the caller's object and arrives whole.
+///
+/// The date part of a value is its integer, the time part what is left, cut towards zero. Deliberate: parts are put together by adding them,
+/// also where one comes from before 30 December 1899 and the other does not: the date -2.0 with the time 0.75 is -1.25, the
+/// day after, at 6:00.
 class KRCORE_API CKrDateTimeBase
 {
 public:
@@ -29,12 +33,12 @@ public:
     bool IsZero() const noexcept { return IsValid() && m_value.m_dt == 0.0; }
 
     operator COleDateTime() const noexcept { return m_value; }
-    /// As local time. 0 for a value that is not valid and for years before 1900; E_FAIL is raised for the years 1900 to 1969, E_INVALIDARG
-    /// where the moment cannot be expressed (`COleException *`).
+    /// As local time. 0 for a value that is not valid or outside the calendar, and for years before 1900. Deliberate: raises E_FAIL
+    /// (`COleException *`) for the years 1900 to 1969. Raises E_INVALIDARG where the moment cannot be expressed, as after the year 3000.
     operator CTime() const;
 
-    /// Text by a `wcsftime` pattern, the same for all classes; empty unless valid. Null raises E_INVALIDARG. A result of more than 255
-    /// characters is lost; a date outside the calendar is "Invalid DateTime".
+    /// Text by a `wcsftime` pattern, the same for all classes; empty unless valid. Null raises E_INVALIDARG (`COleException *`). A result of
+    /// more than 255 characters is lost; a date outside the calendar is string resource 55296, or else "Invalid DateTime".
     CString Format(WCHAR const * pattern) const;
     CString Format(CString const & pattern) const { return Format(pattern.GetString()); }
 
@@ -47,10 +51,12 @@ protected:
     void SetDateImpl(COleDateTime const & value) noexcept;
     void SetTimeImpl(COleDateTime const & value) noexcept;
 
-    /// Text in a locale, of the parts that the flags of `VarBstrFromDate` ask for; empty unless valid.
+    /// Text in a locale, of the parts that the flags of `VarBstrFromDate` ask for; empty unless valid. An unknown locale is treated as a date
+    /// outside the calendar.
     CString FormatPart(unsigned long flags, unsigned long lcid) const;
-    /// The date that a text in the user's locale gives; the zero value for text that is none.
+    /// The date that a text in the user's locale gives. Deliberate: the valid zero value for text that cannot be read.
     static COleDateTime ParseText(CString const & text);
+    /// Local time, to the second.
     static COleDateTime ReadClock() noexcept;
 
     COleDateTime m_value;
@@ -66,8 +72,8 @@ class KRCORE_API CKrDate : public CKrDateTimeBase
 public:
     CKrDate() noexcept;
     CKrDate(CKrDate const & other) noexcept;
-    explicit CKrDate(COleDateTime const & value) noexcept;
-    explicit CKrDate(CTime value) noexcept;
+    CKrDate(COleDateTime const & value) noexcept;
+    CKrDate(CTime value) noexcept;
     CKrDate & operator=(CKrDate const & other) noexcept;
 
     static CKrDate Today();
@@ -79,13 +85,16 @@ public:
     CKrDate & Set(CTime value) noexcept;
     CKrDate & Set(CKrDateTime const & value) noexcept;
     CKrDate & SetNull() noexcept;
-    /// Deliberate: leaves the date invalid.
+    /// Deliberate: leaves the date invalid, since the calendar has no day 0.
     CKrDate & SetZero() noexcept;
     CKrDate & SetToday() noexcept;
+    /// The date of a text in the user's locale. Deliberate: text that cannot be read is the zero date, with status valid.
     CKrDate & Parse(CString const & text);
 
     using CKrDateTimeBase::Format;
+    /// The date in the locale's short form; empty for the date 0.0, as the platform has it.
     CString Format(unsigned long lcid) const;
+    /// In the user's locale.
     CString FormatLocale() const { return Format(static_cast<unsigned long>(LOCALE_USER_DEFAULT)); }
     /// "%Y-%m-%d".
     CString FormatInvariant() const;
@@ -97,29 +106,38 @@ public:
 };
 
 /// A time of day: the fraction of a value.
+///
+///     CKrTime time(COleDateTime(44197.75));            -> 0.75
+///     time.FormatInvariant()                           -> "18:00:00"
+///     time.AsDateTime().FormatInvariant()              -> "1899-12-30 18:00:00"
 class KRCORE_API CKrTime : public CKrDateTimeBase
 {
 public:
     CKrTime() noexcept;
     CKrTime(CKrTime const & other) noexcept;
-    explicit CKrTime(COleDateTime const & value) noexcept;
-    explicit CKrTime(CTime value) noexcept;
+    CKrTime(COleDateTime const & value) noexcept;
+    CKrTime(CTime value) noexcept;
     CKrTime & operator=(CKrTime const & other) noexcept;
 
     static CKrTime Now();
 
     /// Value and status.
     CKrTime & Set(CKrTime const & value) noexcept;
+    // The time part; the object's own days, if it has any, stay.
     CKrTime & Set(COleDateTime const & value) noexcept;
     CKrTime & Set(CTime value) noexcept;
     /// Deliberate: replaces the date part; the fraction stays. For the time of `value` write `*this = value.AsTime()`.
     CKrTime & Set(CKrDateTime const & value) noexcept;
+    /// Midnight without days, valid.
     CKrTime & SetZero() noexcept;
     CKrTime & SetNow() noexcept;
+    /// The time of a text in the user's locale. Deliberate: text that cannot be read is midnight, with status valid.
     CKrTime & Parse(CString const & text);
 
     using CKrDateTimeBase::Format;
+    /// The time in the locale's long form; empty for whole days that are not 0, as the platform has it.
     CString Format(unsigned long lcid) const;
+    /// In the user's locale.
     CString FormatLocale() const { return Format(static_cast<unsigned long>(LOCALE_USER_DEFAULT)); }
     /// "%H:%M:%S".
     CString FormatInvariant() const;
@@ -140,12 +158,13 @@ class KRCORE_API CKrDateTime : public CKrDateTimeBase
 public:
     CKrDateTime() noexcept;
     CKrDateTime(CKrDateTime const & other) noexcept;
-    explicit CKrDateTime(COleDateTime const & value) noexcept;
-    explicit CKrDateTime(CTime value) noexcept;
+    CKrDateTime(COleDateTime const & value) noexcept;
+    CKrDateTime(CTime value) noexcept;
     CKrDateTime & operator=(CKrDateTime const & other) noexcept;
 
     static CKrDateTime Now();
 
+    // Value and status; a status other than valid makes the value 0.0.
     CKrDateTime & Set(CKrDateTime const & value) noexcept;
     CKrDateTime & Set(COleDateTime const & value) noexcept;
     CKrDateTime & Set(CTime value) noexcept;
@@ -161,14 +180,17 @@ public:
     CKrDateTime & SetTime(CKrDateTime const & value) noexcept;
     CKrDateTime & SetNull() noexcept;
     CKrDateTime & SetZero() noexcept;
-    /// Keeps the time, or the date; the status is valid afterwards.
+    /// Keeps the time, or the date; the status is valid afterwards, also of a null or invalid object.
     CKrDateTime & SetZeroDate() noexcept;
     CKrDateTime & SetZeroTime() noexcept;
     CKrDateTime & SetNow() noexcept;
+    /// The date and time of a text in the user's locale. Deliberate: text that cannot be read is the zero value, with status valid.
     CKrDateTime & Parse(CString const & text);
 
     using CKrDateTimeBase::Format;
+    /// Date and time in the locale's forms; without the time at midnight, and without the date for the day 0.
     CString Format(unsigned long lcid) const;
+    /// In the user's locale.
     CString FormatLocale() const { return Format(static_cast<unsigned long>(LOCALE_USER_DEFAULT)); }
     /// "%Y-%m-%d %H:%M:%S".
     CString FormatInvariant() const;

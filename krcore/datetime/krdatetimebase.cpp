@@ -1,8 +1,7 @@
 #include <krcore/datetime/krdatetime.h>
 
-#include <krcore/datetime/krcheckeddate.h>
+#include <krcore/datetime/krdateoftime.h>
 #include <krplatform/automation/vartext.h>
-#include <krplatform/base/cexception.h>
 
 #include <cmath>
 
@@ -56,12 +55,7 @@ void CKrDateTimeBase::SetTimeImpl(COleDateTime const & value) noexcept
     m_value.m_dt = IsValid() ? TimePart(value.m_dt) + DatePart(m_value.m_dt) : 0.0;
 }
 
-CString CKrDateTimeBase::Format(WCHAR const * pattern) const
-{
-    if (!pattern)
-        AfxThrowOleException(E_INVALIDARG);
-    return IsValid() ? m_value.Format(pattern) : CString();
-}
+CString CKrDateTimeBase::Format(WCHAR const * pattern) const { return IsValid() ? m_value.Format(pattern) : CString(); }
 
 CString CKrDateTimeBase::FormatPart(unsigned long flags, unsigned long lcid) const
 {

@@ -1,4 +1,4 @@
-#include <krcore/datetime/krdatetimeutils.h>
+#include <krcore/datetime/krdatetimerange.h>
 
 CKrDateTimeRange::CKrDateTimeRange() noexcept = default;
 

@@ -1,16 +1,9 @@
 #include <krcore/datetime/krdatetimeutils.h>
 
-#include <krcore/datetime/krcheckeddate.h>
-
-#include <cmath>
-
-using kr::detail::CheckedDate;
-using kr::detail::DateOfTime;
+#include <krcore/datetime/krdateoftime.h>
 
 namespace
 {
-
-constexpr double halfSecond = 5.787037037037037e-6; // in days
 
 struct CalendarFields
 {
@@ -37,7 +30,7 @@ CalendarFields FieldsOf(CTime const & time)
 
 COleDateTime DateOf(CalendarFields const & fields)
 {
-    return CheckedDate(fields.year, fields.month, fields.day, fields.hour, fields.minute, fields.second);
+    return COleDateTime(fields.year, fields.month, fields.day, fields.hour, fields.minute, fields.second);
 }
 
 CTime TimeOf(CalendarFields const & fields)
@@ -76,28 +69,8 @@ int LengthOfMonth(int year, int month)
 int FirstWeekday(int year)
 {
     constexpr int unknown = 4;
-    SYSTEMTIME fields;
-    if (!CheckedDate(year, 1, 1, 0, 0, 0).GetAsSystemTime(fields))
-        return unknown;
-    return (fields.wDayOfWeek + 6) % 7;
-}
-
-// A date as a number that grows evenly through 30 December 1899, and back.
-double ToLinear(double date)
-{
-    double const whole = std::ceil(date);
-    return date <= -halfSecond ? whole + (whole - date) : date;
-}
-
-double FromLinear(double days)
-{
-    double const whole = std::floor(days);
-    return days <= -halfSecond ? whole + (whole - days) : days;
-}
-
-COleDateTime AddDays(COleDateTime const & date, int days)
-{
-    return COleDateTime(FromLinear(ToLinear(date.m_dt) + days));
+    int const dayFromSunday = COleDateTime(year, 1, 1, 0, 0, 0).GetDayOfWeek(); // Sunday is 1
+    return dayFromSunday == COleDateTime::error ? unknown : (dayFromSunday + 5) % 7;
 }
 
 } // namespace
@@ -108,7 +81,7 @@ bool CKrDateTimeUtils::CalendarWeek(COleDateTime const & date, int & week) const
     if (date.GetStatus() != COleDateTime::valid)
         return false;
 
-    int const weekday = FirstWeekday(FieldsOf(date).year);
+    int const weekday = FirstWeekday(date.GetYear());
     bool const firstWeekIsShort = weekday >= 4; // the year begins on a Friday, Saturday or Sunday
     int const place = date.GetDayOfYear() + weekday;
     if (firstWeekIsShort && place <= 7)
@@ -126,7 +99,7 @@ bool CKrDateTimeUtils::CalendarWeek(COleDateTime const & date, int & week) const
 
 bool CKrDateTimeUtils::CalendarWeek(CTime const & date, int & week) const
 {
-    return CalendarWeek(DateOfTime(date), week);
+    return CalendarWeek(kr::detail::DateOfTime(date), week);
 }
 
 bool CKrDateTimeUtils::DateOfCalendarWeek(int week, int year, COleDateTime & first, COleDateTime & last) const
@@ -135,8 +108,9 @@ bool CKrDateTimeUtils::DateOfCalendarWeek(int week, int year, COleDateTime & fir
         return false;
     int const weekday = FirstWeekday(year);
     int const offset = 7 * week - weekday - (weekday < 4 ? 7 : 0);
-    first = AddDays(CheckedDate(year, 1, 1, 0, 0, 0), offset);
-    last = AddDays(first, 6);
+    // Whole days, so the dates grow evenly below 0 too.
+    first = COleDateTime(COleDateTime(year, 1, 1, 0, 0, 0).m_dt + offset);
+    last = COleDateTime(first.m_dt + 6);
     return true;
 }
 

@@ -12,7 +12,7 @@ CKrSynchronizedTime::~CKrSynchronizedTime() = default;
 
 void CKrSynchronizedTime::SetReferenceTime(CTime const & reference)
 {
-    m_offset = CTime::GetCurrentTime().GetTime() - reference.GetTime();
+    m_offset = (CTime::GetCurrentTime() - reference).GetTotalSeconds();
     m_referenceTime = reference;
 }
 
@@ -20,5 +20,5 @@ CTime CKrSynchronizedTime::GetSyncTime() const
 {
     if (m_inheritedTime && m_inheritedTime != this)
         return m_inheritedTime->GetSyncTime();
-    return CTime(CTime::GetCurrentTime().GetTime() - m_offset);
+    return CTime::GetCurrentTime() - CTimeSpan(m_offset);
 }

@@ -1,6 +1,6 @@
 #include <krcore/datetime/krdatetime.h>
 
-#include <krcore/datetime/krcheckeddate.h>
+#include <krcore/datetime/krdateoftime.h>
 #include <krplatform/automation/vartext.h>
 
 CKrTime::CKrTime() noexcept = default;
@@ -37,7 +37,7 @@ CKrTime & CKrTime::Set(CKrDateTime const & value) noexcept
 
 CKrTime & CKrTime::SetZero() noexcept
 {
-    m_value = kr::detail::CheckedDate(1899, 12, 30, 0, 0, 0);
+    m_value = COleDateTime(1899, 12, 30, 0, 0, 0);
     return *this;
 }
 
