@@ -51,7 +51,8 @@ public:
 
     /// One character in the system code page (`ansi`) or UTF-8. With `useCIF` what is not native to the code page becomes a CIF escape
     /// of 7 bytes; without, its best fit or the default character. With `expandLF` a line feed is 13, 10. Returns the bytes
-    /// written. Deliberate: only a `size` below 2 is refused; give 4 for UTF-8 and 7 for CIF.
+    /// written. Deliberate: only a `size` below 2 is refused; give 4 for UTF-8 and 7 for CIF. Deliberate: an ANSI form has the room of two
+    /// bytes, so that under a process code page of 65001 what takes three gives 0, with CIF escapes too.
     static unsigned int WcharToAnsiOrUtf8(WCHAR character, char * destination, unsigned int size, bool ansi,
                                           bool useCIF, bool expandLF);
     /// One code unit in two bytes, or a line feed in four. Deliberate: the room for four is not tested.
@@ -64,7 +65,8 @@ public:
     /// The format whose mark the first four bytes of a file begin with. Deliberate: FF FE 00 00 is answered with UTF-16.
     static unsigned int LookupBOM(unsigned int value);
 
-    /// The bytes of the exact form, also stored in `out` (room for two) if that is not null; 0 if there is none.
+    /// The number of bytes of the exact form, which are stored in `out` (room for two) if that is not null; 0 if there is none, and
+    /// for the forms of three bytes in 65001.
     static int IsNativeToCodePage(WCHAR character, unsigned int codePage, char * out);
     static bool IsAnsiString(CString const & text, int codePage);
 

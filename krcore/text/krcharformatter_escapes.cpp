@@ -18,15 +18,10 @@ int NativeBytes(WCHAR character, unsigned int codePage, char (&bytes)[2])
         bytes[0] = static_cast<char>(character);
         return 1;
     }
-    // The code page's own tables may map one way only, so the way back is tried as well.
     BOOL usedDefault = FALSE;
     int const count =
         WideCharToMultiByte(codePage, WC_NO_BEST_FIT_CHARS, &character, 1, bytes, 2, nullptr, &usedDefault);
-    WCHAR decoded = 0;
-    bool const isExact = count > 0 && !usedDefault &&
-                         MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes, count, &decoded, 1) == 1 &&
-                         decoded == character;
-    return isExact ? count : 0;
+    return usedDefault ? 0 : count;
 }
 
 } // namespace kr::detail
@@ -50,7 +45,7 @@ std::optional<unsigned int> ReadFourDigits(WCHAR const * text)
         unsigned int const lower = digit | 0x20u;
         if (digit >= OLESTR('0') && digit <= OLESTR('9'))
             value = value * 16 + (digit - OLESTR('0'));
-        else if (lower >= 'a' && lower <= 'f' && digit < 128)
+        else if (lower >= 'a' && lower <= 'f')
             value = value * 16 + (lower - 'a' + 10);
         else
             return std::nullopt;
