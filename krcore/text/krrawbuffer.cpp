@@ -1,16 +1,17 @@
 #include <krcore/text/krrawbuffer.h>
 
-#include <krplatform/base/cexception.h>
+#include <krcore/text/krbuffersize.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <new>
 #include <utility>
 
 namespace
 {
+
+using kr::detail::BufferSize;
 
 struct Step
 {
@@ -35,13 +36,6 @@ unsigned int GranuleOf(unsigned int size)
             return step.granule;
     }
     return lastGranule;
-}
-
-unsigned int Checked(std::uint64_t size)
-{
-    if (size > std::numeric_limits<unsigned int>::max())
-        AfxThrowMemoryException();
-    return static_cast<unsigned int>(size);
 }
 
 unsigned char * NewBlock(unsigned int size)
@@ -96,7 +90,7 @@ void CKrRawBuffer::Alloc(unsigned int length)
     if (need <= m_size)
         return;
     std::uint64_t const granule = GranuleOf(m_size);
-    Resize(Checked((need + granule - 1) / granule * granule));
+    Resize(BufferSize((need + granule - 1) / granule * granule));
 }
 
 void CKrRawBuffer::AllocExact(unsigned int size)
@@ -107,7 +101,7 @@ void CKrRawBuffer::AllocExact(unsigned int size)
 
 void CKrRawBuffer::Assign(unsigned int length, unsigned char fill)
 {
-    AllocExact(Checked(std::uint64_t{length} + static_cast<unsigned int>(TrailingBytes())));
+    AllocExact(BufferSize(std::uint64_t{length} + static_cast<unsigned int>(TrailingBytes())));
     Clear();
     m_length = length;
     if (m_storage && fill != 0)
@@ -174,7 +168,7 @@ unsigned char const * CKrRawBuffer::ExpandBeside(void const * data, unsigned int
     auto const * const bytes = static_cast<unsigned char const *>(data);
     bool const isOwn = m_storage && bytes >= m_storage && bytes < m_storage + m_size;
     std::ptrdiff_t const offset = isOwn ? bytes - m_storage : 0;
-    Alloc(Checked(std::uint64_t{m_length} + length));
+    Alloc(BufferSize(std::uint64_t{m_length} + length));
     return isOwn ? m_storage + offset : bytes;
 }
 
@@ -200,7 +194,7 @@ void CKrRawBuffer::Lend(unsigned char * storage, unsigned int length, unsigned i
     m_size = size;
 }
 
-void CKrByteBuffer::Expand(unsigned int count) { Alloc(Checked(std::uint64_t{BufLength()} + count)); }
+void CKrByteBuffer::Expand(unsigned int count) { Alloc(BufferSize(std::uint64_t{BufLength()} + count)); }
 
 void CKrByteBuffer::SetLength(unsigned int length)
 {

@@ -4,7 +4,7 @@
 #include <krcore/export.h>
 
 /// Owns a block of bytes and knows how many of them are content (the length) and how many there are (the size). New blocks are zero
-/// throughout. Want of memory throws `CMemoryException *`; the buffer then stays as it was.
+/// throughout. Want of memory, and a size that an `unsigned int` cannot hold, throw `CMemoryException *`; the buffer then stays as it was.
 ///
 ///     CKrRawBuffer(16).BufLength()                  -> 16: sixteen zero bytes count as content
 ///     CKrRawBuffer buffer; buffer.Alloc(1)          -> a size of 256, the first step of the ladder

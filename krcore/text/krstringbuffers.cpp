@@ -43,8 +43,9 @@ CKrBufferCStringA::~CKrBufferCStringA() { ReleaseString(); }
 void CKrBufferCStringA::AttachString(CStringA & string, int length)
 {
     ReleaseString();
-    m_attachment = LendStorage(string, length);
-    CKrCharBuffer::Attach(m_attachment->storage, static_cast<unsigned int>(length));
+    auto attachment = LendStorage(string, length);
+    CKrCharBuffer::Attach(attachment->storage, static_cast<unsigned int>(length));
+    m_attachment = std::move(attachment);
 }
 
 void CKrBufferCStringA::ReleaseString()
@@ -67,8 +68,9 @@ CKrBufferCStringW::~CKrBufferCStringW() { ReleaseString(); }
 void CKrBufferCStringW::AttachString(CString & string, int length)
 {
     ReleaseString();
-    m_attachment = LendStorage(string, length);
-    CKrWcharBuffer::Attach(m_attachment->storage, static_cast<unsigned int>(length));
+    auto attachment = LendStorage(string, length);
+    CKrWcharBuffer::Attach(attachment->storage, static_cast<unsigned int>(length));
+    m_attachment = std::move(attachment);
 }
 
 void CKrBufferCStringW::ReleaseString()

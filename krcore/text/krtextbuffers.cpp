@@ -1,25 +1,26 @@
 #include <krcore/text/krtextbuffers.h>
 
-#include <krplatform/base/cexception.h>
+#include <krcore/text/krbuffersize.h>
 
 #include <cstdint>
 #include <cstring>
-#include <limits>
 
 namespace
 {
 
+using kr::detail::BufferSize;
 using kr::detail::TextView;
 
-unsigned int LengthOf(char const * text) { return text ? static_cast<unsigned int>(std::strlen(text)) : 0; }
+unsigned int LengthOf(char const * text) { return text ? BufferSize(std::strlen(text)) : 0; }
 
-unsigned int LengthOf(WCHAR const * text) { return text ? static_cast<unsigned int>(TextView(text).size()) : 0; }
+unsigned int LengthOf(WCHAR const * text) { return text ? BufferSize(TextView(text).size()) : 0; }
 
-unsigned int BytesOf(unsigned int characters)
+unsigned int BytesOf(unsigned int characters) { return BufferSize(std::uint64_t{characters} * sizeof(WCHAR)); }
+
+// The size of a block for content and a terminator.
+unsigned int SizeFor(unsigned int length, unsigned int terminator)
 {
-    if (characters > std::numeric_limits<unsigned int>::max() / sizeof(WCHAR))
-        AfxThrowMemoryException();
-    return characters * static_cast<unsigned int>(sizeof(WCHAR));
+    return BufferSize(std::uint64_t{length} + terminator);
 }
 
 unsigned char const * AsBytes(void const * text) { return static_cast<unsigned char const *>(text); }
@@ -38,13 +39,30 @@ unsigned int MeasureFrom(unsigned char const * storage, unsigned int offset, uns
     return length;
 }
 
+// What `operator=` does, for a text that takes that many bytes: a block that is there is kept, and grows before anything is lost.
+template <class Buffer, class Char>
+Buffer & AssignText(Buffer & buffer, Char const * text, unsigned int bytes)
+{
+    if (!buffer.Get())
+    {
+        Buffer made(text);
+        buffer.Move(made);
+        return buffer;
+    }
+    if (text)
+        buffer.Alloc(bytes);
+    buffer.Clear();
+    buffer.AddString(text);
+    return buffer;
+}
+
 } // namespace
 
 CKrCharBuffer::CKrCharBuffer(char const * text) : CKrCharBuffer(text, LengthOf(text)) {}
 
 CKrCharBuffer::CKrCharBuffer(char const * text, unsigned int length)
 {
-    SetBuffer(AsBytes(text), length, length + 1);
+    SetBuffer(AsBytes(text), length, SizeFor(length, 1));
     Terminate();
 }
 
@@ -52,40 +70,21 @@ CKrCharBuffer::CKrCharBuffer(WCHAR const * text) : CKrCharBuffer(text, LengthOf(
 
 CKrCharBuffer::CKrCharBuffer(WCHAR const * text, unsigned int length)
 {
-    SetBuffer(AsBytes(text), BytesOf(length), BytesOf(length) + 1);
+    SetBuffer(AsBytes(text), BytesOf(length), SizeFor(BytesOf(length), 1));
     Terminate();
 }
 
 CKrCharBuffer::CKrCharBuffer(CKrWcharBuffer const & other)
 {
-    SetBuffer(AsBytes(other.Get()), other.BufLength(), other.BufLength() + 1);
+    SetBuffer(AsBytes(other.Get()), other.BufLength(), SizeFor(other.BufLength(), 1));
     Terminate();
 }
 
-CKrCharBuffer & CKrCharBuffer::operator=(char const * text)
-{
-    if (!Get())
-    {
-        CKrCharBuffer made(text);
-        Move(made);
-        return *this;
-    }
-    Clear();
-    AddString(text);
-    return *this;
-}
+CKrCharBuffer & CKrCharBuffer::operator=(char const * text) { return AssignText(*this, text, LengthOf(text)); }
 
 CKrCharBuffer & CKrCharBuffer::operator=(WCHAR const * text)
 {
-    if (!Get())
-    {
-        CKrCharBuffer made(text);
-        Move(made);
-        return *this;
-    }
-    Clear();
-    AddString(text);
-    return *this;
+    return AssignText(*this, text, BytesOf(LengthOf(text)));
 }
 
 int CKrCharBuffer::TrailingBytes() const { return 1; }
@@ -129,7 +128,7 @@ void CKrCharBuffer::AddString(CKrWcharBuffer const & other)
 
 void CKrCharBuffer::Attach(char * block, unsigned int length)
 {
-    CKrRawBuffer::Attach(reinterpret_cast<unsigned char *>(block), length, length + 1);
+    CKrRawBuffer::Attach(reinterpret_cast<unsigned char *>(block), length, SizeFor(length, 1));
     if (block)
         Terminate();
 }
@@ -161,34 +160,18 @@ CKrWcharBuffer::CKrWcharBuffer(WCHAR const * text) : CKrWcharBuffer(text, Length
 
 CKrWcharBuffer::CKrWcharBuffer(WCHAR const * text, unsigned int length)
 {
-    SetBuffer(AsBytes(text), BytesOf(length), BytesOf(length) + 2);
+    SetBuffer(AsBytes(text), BytesOf(length), SizeFor(BytesOf(length), 2));
     Terminate();
 }
 
 CKrWcharBuffer & CKrWcharBuffer::operator=(char const * text)
 {
-    if (!Get())
-    {
-        CKrWcharBuffer made(text);
-        Move(made);
-        return *this;
-    }
-    Clear();
-    AddString(text);
-    return *this;
+    return AssignText(*this, text, BytesOf(LengthOf(text)));
 }
 
 CKrWcharBuffer & CKrWcharBuffer::operator=(WCHAR const * text)
 {
-    if (!Get())
-    {
-        CKrWcharBuffer made(text);
-        Move(made);
-        return *this;
-    }
-    Clear();
-    AddString(text);
-    return *this;
+    return AssignText(*this, text, BytesOf(LengthOf(text)));
 }
 
 int CKrWcharBuffer::TrailingBytes() const { return 2; }
@@ -245,7 +228,7 @@ void CKrWcharBuffer::AddString(CKrWcharBuffer const & other)
 
 void CKrWcharBuffer::Attach(WCHAR * block, unsigned int length)
 {
-    CKrRawBuffer::Attach(reinterpret_cast<unsigned char *>(block), BytesOf(length), BytesOf(length) + 2);
+    CKrRawBuffer::Attach(reinterpret_cast<unsigned char *>(block), BytesOf(length), SizeFor(BytesOf(length), 2));
     if (block)
         Terminate();
 }
