@@ -36,6 +36,8 @@
 #include <krcore/property/krpropertyset.h>
 #include <krcore/property/krpropertysetold.h>
 #include <krcore/property/krpropertyutils.h>
+#include <krcore/table/krtablecolumn.h>
+#include <krcore/table/krtabledata.h>
 #include <krcore/text/krbuffer.h>
 #include <krcore/text/krcharformatter.h>
 #include <krcore/text/krmultilanguagetext.h>
