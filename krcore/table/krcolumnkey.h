@@ -26,12 +26,7 @@ public:
     {
         Count();
     }
-    ColumnKey & operator=(ColumnKey const & other) noexcept
-    {
-        Count();
-        m_text = other.m_text;
-        return *this;
-    }
+    ColumnKey & operator=(ColumnKey const &) = delete;
     ColumnKey & operator=(ColumnKey && other) noexcept
     {
         Count();

@@ -3,6 +3,7 @@
 #include <krcore/table/krtabledata.h>
 
 #include "tests/property/memory_failure.h"
+#include "tests/support/text.h"
 
 #include <gtest/gtest.h>
 
@@ -111,7 +112,8 @@ private:
     {
         if (!m_naive.columns.empty() && Below(2) == 0)
             return m_naive.columns[Below(m_naive.columns.size())].key;
-        return Numbered(Below(2) == 0 ? OLESTR("Width_#%u#") : OLESTR("_#x_#%u#"), Below(30));
+        static WCHAR const * const formats[] = {OLESTR("Width_#%u#"), OLESTR("Width_#%02u#"), OLESTR("_#x_#%u#")};
+        return Numbered(formats[Below(std::size(formats))], Below(30));
     }
     std::ptrdiff_t AnyPosition() { return Below(m_naive.columns.size()); }
 
@@ -139,7 +141,7 @@ private:
     }
     void InsertByVector()
     {
-        std::ptrdiff_t const position = AnyPosition();
+        std::ptrdiff_t const position = Below(m_naive.columns.size() + 1);
         CString const key = AnyKey();
         CString const mark = NewMark();
         m_naive.columns.insert(m_naive.columns.begin() + position, {key, mark});
@@ -221,6 +223,22 @@ TEST(CKrTableDataWide, KeysOfOneNameAreNotTriedAnew)
     EXPECT_LT(kr::test::AllAllocations() - before, 20u * 10000); // each try would be one
 }
 
+TEST(CKrTableDataWide, OnlyTheKeyOfACounterFreesIt)
+{
+    CKrTableData table = MakeWide(40);
+    for (WCHAR const * const key :
+         {OLESTR("Width_#02#"), OLESTR("Width_#2"), OLESTR("Width_#2##"), OLESTR("Width_#+2#"), OLESTR("Width_##"),
+          OLESTR("Width_#9999999992#"), OLESTR("Height_#2#")})
+    {
+        SCOPED_TRACE(kr::test::Narrow(key));
+        EXPECT_EQ(table.AddColumn(key, CString(), nullptr), key);
+        table.RemoveColumn(key);
+        CString const added = table.AddColumn(OLESTR("Width"), CString(), nullptr);
+        EXPECT_EQ(added, OLESTR("Width_#40#"));
+        table.RemoveColumn(added);
+    }
+}
+
 TEST(CKrTableDataWide, ALookupNeedsNoMemory)
 {
     CKrTableData table = MakeWide(1000);
@@ -241,10 +259,19 @@ TEST(CKrTableDataWide, SeesColumnsThatWereExchangedAsAWhole)
     EXPECT_EQ(other.GetExternalName(firstKey), OLESTR("other"));
     std::vector<CKrTableColumn> & columns = table;
     columns.swap(other);
-    EXPECT_EQ(table.GetExternalName(firstKey), OLESTR("other"));
     EXPECT_EQ(other.GetExternalName(firstKey), OLESTR("mark 0"));
+    EXPECT_EQ(table.GetExternalName(firstKey), OLESTR("other"));
+}
+
+TEST(CKrTableDataWide, SeesWhatHappenedToColumnsThatWereAway)
+{
+    CKrTableData table = MakeWide(100);
+    EXPECT_TRUE(table.Includes(firstKey));
+    CKrTableData other;
+    std::vector<CKrTableColumn> & columns = table;
+    columns.swap(other);
+    EXPECT_TRUE(other.Includes(firstKey));
     other[0].SetKey(OLESTR("changed"));
-    EXPECT_FALSE(other.Includes(firstKey));
     columns.swap(other); // the same storage and number as at first
     EXPECT_FALSE(table.Includes(firstKey));
     EXPECT_TRUE(table.Includes(OLESTR("changed")));
@@ -260,8 +287,9 @@ TEST(CKrTableDataWide, ACopyIsSearchedByItself)
     EXPECT_FALSE(copy.Includes(firstKey));
     CKrTableData moved(std::move(table));
     EXPECT_TRUE(moved.Includes(firstKey));
-    moved.RemoveColumn(firstKey);
+    moved.RemoveColumn(moved[0].GetKey());
     EXPECT_FALSE(moved.Includes(firstKey));
+    EXPECT_EQ(moved.AddColumn(OLESTR("Width"), CString(), nullptr), firstKey);
 }
 
 TEST(CKrTableDataWide, AColumnMayOutliveItsTable)
