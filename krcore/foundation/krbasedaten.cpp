@@ -10,4 +10,4 @@ CKrBaseDaten::~CKrBaseDaten() = default;
 
 bool CKrBaseDaten::HasValidKey() const { return !GetObjKey().IsEmpty(); }
 
-CString CKrBaseDaten::GetObjDesc() { return CString(); }
+CString CKrBaseDaten::GetObjDesc() const { return CString(); }

@@ -20,7 +20,7 @@ public:
     virtual bool HasValidKey() const;
     virtual void SetObjKey(CString const & key) = 0;
     /// Empty here.
-    virtual CString GetObjDesc();
+    virtual CString GetObjDesc() const;
 
     bool IsActive() const noexcept { return m_active; }
     void SetActive(bool active) noexcept { m_active = active; }

@@ -1,6 +1,7 @@
 #include <krcore/foundation/krtreenode.h>
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace
@@ -51,15 +52,29 @@ int CKrTreeNode::FindIndex(CKrTreeNode * child) const
     return place == m_children.end() ? -1 : static_cast<int>(place - m_children.begin());
 }
 
-void CKrTreeNode::AddChild(CKrTreeNode * child) { m_children.push_back(child); }
+void CKrTreeNode::AddChild(CKrTreeNode * child) { PutIn(m_children.size(), child); }
 
 void CKrTreeNode::InsertChild(int index, CKrTreeNode * child)
 {
     if (IsIndex(index))
-        m_children.insert(m_children.begin() + index, child);
+        PutIn(static_cast<std::size_t>(index), child);
 }
 
 void CKrTreeNode::InsertChild(CKrTreeNode * before, CKrTreeNode * child) { InsertChild(FindIndex(before), child); }
+
+void CKrTreeNode::PutIn(std::size_t index, CKrTreeNode * child)
+{
+    try
+    {
+        m_children.insert(m_children.begin() + static_cast<std::ptrdiff_t>(index), child);
+    }
+    catch (std::bad_alloc const &)
+    {
+        if (!Contains(child))
+            Dispose(child);
+        throw;
+    }
+}
 
 CKrTreeNode * CKrTreeNode::TakeOut(int index)
 {

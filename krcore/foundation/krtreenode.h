@@ -16,8 +16,9 @@
 ///     child->SetParent(&root);
 ///     root.RemoveChild(child);                 deletes it
 ///
-/// Truth values are 1 and 0. A pointer that is no child and an index out of range do nothing or give null. Deliberate: a node that is in its
-/// parent's list, with its parent link set, must be deleted by the parent's `RemoveChild`, never by `delete`.
+/// Truth values are 1 and 0. A pointer that is no child and an index out of range do nothing or give null. When memory runs
+/// out `std::bad_alloc` is thrown and a child that could not be taken is freed. Deliberate: a node that is in its parent's
+/// list, with its parent link set, must be deleted by the parent's `RemoveChild`, never by `delete`.
 class KRCORE_API CKrTreeNode : public CObject
 {
 public:
@@ -65,6 +66,7 @@ public:
 
 private:
     bool IsIndex(int index) const noexcept { return index >= 0 && static_cast<std::size_t>(index) < m_children.size(); }
+    void PutIn(std::size_t index, CKrTreeNode * child);
     CKrTreeNode * TakeOut(int index);
 
     CKrTreeNode * m_parent = nullptr;
