@@ -3,23 +3,16 @@
 #include <krcore/diagnostics/krtrace.h>
 #include <krplatform/base/cexception.h>
 
-CKrDLL::CKrDLL() = default;
-
-CKrDLL::CKrDLL(CKrFileName const & name)
+namespace
 {
-    if (name.IsDirName())
-        return;
-    m_name = name.HasRelativePath() ? CKrFileName(name.GetName(), false) : name;
-}
 
-CKrDLL::CKrDLL(HINSTANCE module)
+/// Whatever is thrown ends here.
+template <class Operation>
+void RunWithoutThrowing(Operation operation) noexcept
 {
-    constexpr DWORD size = 512;
     try
     {
-        WCHAR path[size];
-        if (module && GetModuleFileNameW(module, path, size) > 0)
-            m_name = CKrFileName(CString(path), false);
+        operation();
     }
     catch (CException * exception)
     {
@@ -30,7 +23,35 @@ CKrDLL::CKrDLL(HINSTANCE module)
     }
 }
 
+} // namespace
+
+CKrDLL::CKrDLL() = default;
+
+CKrDLL::CKrDLL(CKrFileName const & name)
+{
+    if (name.IsDirName())
+        return;
+    m_name = name;
+    if (name.HasRelativePath())
+        m_name.SetPath(CString());
+}
+
+CKrDLL::CKrDLL(HINSTANCE module)
+{
+    RunWithoutThrowing(
+        [&]
+        {
+            constexpr DWORD size = 512;
+            WCHAR path[size];
+            DWORD const length = GetModuleFileNameW(module, path, size);
+            if (length > 0 && length < size) // a name that was cut would be another file's
+                m_name = CKrFileName(CString(path, static_cast<int>(length)), false);
+        });
+}
+
 CKrDLL::CKrDLL(CKrDLL const & other) = default;
+
+CKrDLL::~CKrDLL() = default;
 
 CKrDLL & CKrDLL::operator=(CKrDLL const & other)
 {
@@ -38,8 +59,6 @@ CKrDLL & CKrDLL::operator=(CKrDLL const & other)
         m_name = other.m_name;
     return *this;
 }
-
-CKrDLL::~CKrDLL() = default;
 
 bool CKrDLL::IsValid() const
 {
@@ -69,31 +88,41 @@ void CKrDLL::TraceNotMapped(long line) const
 
 FARPROC CKrDLL::GetFuncAddress(CString const & name) const
 {
-    HINSTANCE const module = GetDLLHandle();
-    if (!module)
-    {
-        TraceNotMapped(270);
-        return nullptr;
-    }
-    FARPROC const address = GetProcAddress(module, CStringA(name));
-    if (!address)
-        TraceNotMapped(281); // Deliberate: the line names the library here as well
+    FARPROC address = nullptr;
+    RunWithoutThrowing(
+        [&]
+        {
+            HINSTANCE const module = GetDLLHandle();
+            if (module)
+                address = GetProcAddress(module, CStringA(name));
+            if (!address)
+                TraceNotMapped(module ? 281 : 270);
+        });
     return address;
 }
 
-bool CKrDLL::LoadDLL(bool alteredSearchPath)
+/// The handle of what was loaded; null, with nothing changed, where that fails.
+HINSTANCE CKrDLL::Load(bool alteredSearchPath)
 {
     if (!IsValid())
-        return false;
+        return nullptr;
     CString const name = m_name.GetFullName(true);
     HINSTANCE const module = alteredSearchPath && HasFullPathName()
                                  ? LoadLibraryExW(name, nullptr, LOAD_WITH_ALTERED_SEARCH_PATH)
                                  : AfxLoadLibrary(name);
     if (!module)
-        return false;
-    m_name = CKrDLL(module).m_name;
-    return !m_name.GetBaseName().IsEmpty();
+        return nullptr;
+    CKrDLL const loaded(module);
+    if (loaded.m_name.GetBaseName().IsEmpty())
+    {
+        AfxFreeLibrary(module);
+        return nullptr;
+    }
+    m_name = loaded.m_name;
+    return module;
 }
+
+bool CKrDLL::LoadDLL(bool alteredSearchPath) { return Load(alteredSearchPath) != nullptr; }
 
 bool CKrDLL::UnloadDLL()
 {

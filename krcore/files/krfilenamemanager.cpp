@@ -1,8 +1,21 @@
 #include <krcore/files/krfilenamemanager.h>
 
+#include <iterator>
 #include <utility>
 
 using kr::detail::NamedFile;
+
+namespace
+{
+
+/// Moves `added` behind `values`, which has the room.
+template <class Value>
+void MoveBehind(std::vector<Value> & values, std::vector<Value> & added)
+{
+    values.insert(values.end(), std::move_iterator(added.begin()), std::move_iterator(added.end()));
+}
+
+} // namespace
 
 CKrFileNameManager::CKrFileNameManager() : m_pathmanager(std::make_unique<CKrPathmanager>()) {}
 
@@ -41,7 +54,12 @@ NamedFile const * CKrFileNameManager::Find(CString const & key, CString const & 
 
 void CKrFileNameManager::Store(CString const & key, CKrFileName const & file, bool user, CString const & group)
 {
-    m_groups[ConvertGroupName(group)].insert_or_assign(key, NamedFile{file, user});
+    CString const name = ConvertGroupName(group);
+    auto const place = m_groups.find(name);
+    if (place != m_groups.end())
+        place->second.insert_or_assign(key, NamedFile{file, user});
+    else
+        m_groups.emplace(name, Group{{key, NamedFile{file, user}}}); // never without an entry
 }
 
 bool CKrFileNameManager::HasFileName(CString const & key, CString const & group) const
@@ -82,8 +100,9 @@ CKrFileName CKrFileNameManager::GetFullFileName(CString const & key, CString con
     if (!file.HasRelativePath())
         return file;
     CKrFileName const directory = m_pathmanager->GetPath(group);
-    if (directory.IsDirName())
-        file.InsertPath(directory.GetPath(true));
+    CString const path = directory.GetPath(true);
+    if (directory.IsDirName() && !path.IsEmpty())
+        file.InsertPath(path);
     return file;
 }
 
@@ -128,15 +147,24 @@ bool CKrFileNameManager::Clear()
 bool CKrFileNameManager::GetContent(std::vector<CString> & groups, std::vector<CString> & keys,
                                     std::vector<CKrFileName> & files) const
 {
+    // gathered apart, so that a failure leaves the vectors as they are
+    std::vector<CString> newGroups, newKeys;
+    std::vector<CKrFileName> newFiles;
     for (auto const & [group, entries] : m_groups)
     {
         for (auto const & [key, entry] : entries)
         {
-            groups.push_back(group);
-            keys.push_back(key);
-            files.push_back(GetFullFileName(key, group));
+            newGroups.push_back(group);
+            newKeys.push_back(key);
+            newFiles.push_back(GetFullFileName(key, group));
         }
     }
+    groups.reserve(groups.size() + newGroups.size());
+    keys.reserve(keys.size() + newKeys.size());
+    files.reserve(files.size() + newFiles.size());
+    MoveBehind(groups, newGroups);
+    MoveBehind(keys, newKeys);
+    MoveBehind(files, newFiles);
     return true;
 }
 
@@ -147,4 +175,8 @@ bool CKrFileNameManager::GetAllFileNames(std::vector<CKrFileName> & files) const
     return GetContent(groups, keys, files);
 }
 
-void CKrFileNameManager::CopyFileNames(CKrFileNameManager const & other) { m_groups = other.m_groups; }
+void CKrFileNameManager::CopyFileNames(CKrFileNameManager const & other)
+{
+    std::map<CString, Group> copy(other.m_groups);
+    m_groups.swap(copy);
+}

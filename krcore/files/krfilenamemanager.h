@@ -25,7 +25,7 @@ public:
     explicit CKrFileNameManager(CKrFileName const & root);
     /// Takes the path manager; one that is null must not be asked for full names.
     explicit CKrFileNameManager(CKrPathmanager * manager);
-    /// Copies the entries, and the path manager by its `Clone`.
+    /// Copies the entries, and the path manager by its `Clone`. There is no assignment.
     CKrFileNameManager(CKrFileNameManager const & other);
     CKrFileNameManager & operator=(CKrFileNameManager const & other) = delete;
     virtual ~CKrFileNameManager();
@@ -37,30 +37,33 @@ public:
 
     /// False if the key is in the group already.
     bool AddFileName(CString const & key, CKrFileName const & file, bool user, CString const & group);
-    /// With `user` stores the entry in place of any other; without, only a new key is stored.
+    /// With `user` stores a user entry in place of any other; without, a fixed one under a new key only.
     void SetFileName(CString const & key, CKrFileName const & file, bool user, CString const & group);
     /// Stores a user entry, unless the key is a fixed one.
     void SetUserFileName(CString const & key, CKrFileName const & file, CString const & group);
-    /// The name as it was given.
+    /// The name as it was given; empty for a missing key.
     CKrFileName GetFileName(CString const & key, CString const & group) const;
-    /// The name with the group's directory in front, unless it has a drive.
+    /// The name with the group's directory in front, unless it has a drive; for a missing key the directory alone.
     CKrFileName GetFullFileName(CString const & key, CString const & group) const;
     bool HasFileName(CString const & key, CString const & group) const;
     /// Removes a user entry; false for a fixed or a missing one.
     bool RemoveFileName(CString const & key, CString const & group);
     /// Removes the group with all entries, fixed ones too.
     bool RemoveFileNameGroup(CString const & group);
-    /// False if the old group is missing or the new one is there; true for equal names.
+    /// False if the new group is there or the old one is missing; true for equal names, whether there is such a group or not.
     bool RenameFileNameGroup(CString const & oldName, CString const & newName);
     /// Always true.
     bool Clear();
-    /// Appends group, key and full name of every entry, in order; always true.
+    /// Appends group, key and full name of every entry, in the order of groups and keys; always true. Deliberate: the path manager is asked
+    /// for "#NO_GROUP#" here.
     bool GetContent(std::vector<CString> & groups, std::vector<CString> & keys, std::vector<CKrFileName> & files) const;
+    /// The full names alone.
     bool GetAllFileNames(std::vector<CKrFileName> & files) const;
 
 protected:
     /// With an empty path manager of its own.
     CKrFileNameManager();
+    /// Takes the entries of `other` in place of its own; the path manager stays.
     void CopyFileNames(CKrFileNameManager const & other);
     static CString ConvertGroupName(CString const & group);
 

@@ -44,8 +44,8 @@ bool CKrModule::ChangeResourceHandle(HINSTANCE resource, bool own)
 bool CKrModule::LoadResource(CString const & fileName)
 {
     RestoreResourceHandle();
-    CKrDLL library(CKrFileName(fileName, false));
-    return library.LoadDLL(true) && ChangeResourceHandle(library.GetDLLHandle(), true);
+    HINSTANCE const loaded = CKrDLL(CKrFileName(fileName, false)).Load(true);
+    return loaded && ChangeResourceHandle(loaded, true);
 }
 
 bool CKrModule::RestoreResourceHandle()
@@ -56,7 +56,7 @@ bool CKrModule::RestoreResourceHandle()
     return true;
 }
 
-CKrFileName CKrModule::GetFileName() const { return CKrDLL(m_module).GetDLLName(); }
+CKrFileName CKrModule::GetFileName() const { return m_module ? CKrDLL(m_module).GetDLLName() : CKrFileName(); }
 
 CString CKrModule::GetModuleName() const { return GetFileName().GetBaseName(); }
 

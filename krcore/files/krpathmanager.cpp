@@ -6,7 +6,13 @@ CKrPathmanager::CKrPathmanager(CKrFileName const & root) : m_root(root) {}
 
 CKrPathmanager::CKrPathmanager(CKrPathmanager const & other) = default;
 
-CKrPathmanager & CKrPathmanager::operator=(CKrPathmanager const & other) = default;
+CKrPathmanager & CKrPathmanager::operator=(CKrPathmanager const & other)
+{
+    std::map<CString, kr::detail::NamedFile> copy(other.m_paths);
+    m_paths.swap(copy);
+    m_root = other.m_root;
+    return *this;
+}
 
 CKrPathmanager::~CKrPathmanager() = default;
 
