@@ -1,18 +1,81 @@
 // The four parts: taking them apart and putting them together.
 #include <krcore/files/krfilename.h>
 
+#include <algorithm>
+#include <span>
+
+using kr::detail::TextView;
+
 namespace
 {
 
+CString TextOf(TextView view) { return {view.data(), static_cast<int>(view.size())}; }
+
 CString WithBackslashes(CString text)
 {
-    text.Replace(OLESTR('/'), OLESTR('\\'));
+    if (text.Find(OLESTR('/')) >= 0) // most names have none, and finding is faster than counting
+        text.Replace(OLESTR('/'), OLESTR('\\'));
     return text;
 }
 
-bool BeginsWith(CString const & text, WCHAR first, WCHAR second)
+TextView WithoutTrailingBackslashes(TextView text) { return text.substr(0, text.find_last_not_of(OLESTR('\\')) + 1); }
+
+TextView WithoutLeadingBackslashes(TextView text)
 {
-    return text.GetLength() >= 2 && text[0] == first && text[1] == second;
+    return text.substr(std::min(text.find_first_not_of(OLESTR('\\')), text.size()));
+}
+
+/// Whether there is a "\.\" or a double `\`.
+bool NeedsFolding(TextView dir)
+{
+    for (std::size_t index = 0; index + 1 < dir.size(); ++index)
+    {
+        if (dir[index] != OLESTR('\\'))
+            continue;
+        TextView const next = dir.substr(index + 1);
+        if (next.starts_with(OLESTR('\\')) || next.starts_with(OLESTR(".\\")))
+            return true;
+    }
+    return false;
+}
+
+// The stored forms. `text` has no slashes any more.
+
+CString StoredDrive(TextView text)
+{
+    return TextOf(text.starts_with(OLESTR('\\')) ? text : WithoutTrailingBackslashes(text));
+}
+
+CString StoredDir(TextView text)
+{
+    TextView const trimmed = WithoutTrailingBackslashes(text);
+    if (trimmed.empty())
+        return CString();
+    CString dir = trimmed.starts_with(OLESTR('\\')) ? TextOf(trimmed) : OLESTR('\\') + TextOf(trimmed);
+    if (NeedsFolding(dir.View()))
+    {
+        dir.Replace(OLESTR("\\.\\"), OLESTR("\\"));
+        dir.Replace(OLESTR("\\\\"), OLESTR("\\"));
+    }
+    return dir;
+}
+
+CString StoredExt(TextView text) { return TextOf(text.substr(text.rfind(OLESTR('.')) + 1)); }
+
+/// All pieces as one text.
+CString Joined(std::span<TextView const> pieces)
+{
+    std::size_t length = 0;
+    for (TextView const piece : pieces)
+        length += piece.size();
+    if (length == 0)
+        return CString();
+    CString text;
+    WCHAR * end = text.GetBuffer(static_cast<int>(length));
+    for (TextView const piece : pieces)
+        end = std::ranges::copy(piece, end).out;
+    text.ReleaseBufferSetLength(static_cast<int>(length));
+    return text;
 }
 
 } // namespace
@@ -22,123 +85,106 @@ CKrFileName::CKrFileName() = default;
 CKrFileName::CKrFileName(CString const & name, bool isPath)
 {
     CString const text = WithBackslashes(name);
-    if (isPath)
+    TextView const view = text.View();
+    std::size_t const last = isPath ? view.size() : view.rfind(OLESTR('\\'));
+    if (last != view.npos)
     {
-        SetPath(text);
-        return;
+        TextView const path = view.substr(0, last);
+        ReadPath(path, path.starts_with(OLESTR("\\\\")));
     }
-    int const last = text.ReverseFind(OLESTR('\\'));
-    if (last >= 0)
-        SetPath(text.Left(last));
-    SetName(text.Mid(last + 1));
+    if (!isPath)
+        ReadName(view.substr(last + 1));
 }
 
 CKrFileName::CKrFileName(CKrFileName const & other) = default;
 
+CKrFileName::CKrFileName(CKrFileName && other) noexcept = default;
+
 CKrFileName & CKrFileName::operator=(CKrFileName const & other) = default;
+
+CKrFileName & CKrFileName::operator=(CKrFileName && other) noexcept = default;
 
 CKrFileName::~CKrFileName() = default;
 
-void CKrFileName::AddLeadingBackslash(CString & text)
-{
-    if (text.IsEmpty() || text[0] != OLESTR('\\'))
-        text.Insert(0, OLESTR('\\'));
-}
+void CKrFileName::SetDrive(CString const & drive) { m_drive = StoredDrive(WithBackslashes(drive).View()); }
 
-void CKrFileName::AddTrailingBackslash(CString & text)
-{
-    if (text.IsEmpty() || text[text.GetLength() - 1] != OLESTR('\\'))
-        text += OLESTR('\\');
-}
-
-void CKrFileName::RemoveLeadingBackslash(CString & text) { text.TrimLeft(OLESTR('\\')); }
-
-void CKrFileName::RemoveTrailingBackslash(CString & text) { text.TrimRight(OLESTR('\\')); }
-
-void CKrFileName::SetDrive(CString const & drive)
-{
-    CString text = WithBackslashes(drive);
-    if (text.IsEmpty() || text[0] != OLESTR('\\'))
-        RemoveTrailingBackslash(text);
-    m_drive = text;
-}
-
-void CKrFileName::SetDir(CString const & dir)
-{
-    CString text = WithBackslashes(dir);
-    AddLeadingBackslash(text);
-    RemoveTrailingBackslash(text);
-    text.Replace(OLESTR("\\.\\"), OLESTR("\\"));
-    text.Replace(OLESTR("\\\\"), OLESTR("\\"));
-    m_dir = text;
-}
+void CKrFileName::SetDir(CString const & dir) { m_dir = StoredDir(WithBackslashes(dir).View()); }
 
 void CKrFileName::SetBaseName(CString const & baseName)
 {
-    CString text = WithBackslashes(baseName);
-    RemoveLeadingBackslash(text);
-    RemoveTrailingBackslash(text);
-    m_baseName = text;
+    CString const text = WithBackslashes(baseName);
+    m_baseName = TextOf(WithoutLeadingBackslashes(WithoutTrailingBackslashes(text.View())));
 }
 
-void CKrFileName::SetExt(CString const & ext) { m_ext = ext.Mid(ext.ReverseFind(OLESTR('.')) + 1); }
+void CKrFileName::SetExt(CString const & ext) { m_ext = StoredExt(ext.View()); }
 
 void CKrFileName::SetName(CString const & name)
 {
-    m_baseName.Empty();
-    m_ext.Empty();
     CString const text = WithBackslashes(name);
-    CString const last = text.Mid(text.ReverseFind(OLESTR('\\')) + 1);
-    int const point = last.ReverseFind(OLESTR('.'));
-    if (point < 0)
-    {
-        SetBaseName(last);
-        return;
-    }
-    SetBaseName(last.Left(point));
-    SetExt(last.Mid(point + 1));
+    ReadName(text.View().substr(text.View().rfind(OLESTR('\\')) + 1));
 }
 
 void CKrFileName::SetPath(CString const & path)
 {
-    int colon = path.Find(OLESTR(':'));
-    if (colon < 0 && (BeginsWith(path, OLESTR('\\'), OLESTR('\\')) || BeginsWith(path, OLESTR('/'), OLESTR('/'))))
+    TextView const given = path.View();
+    CString const text = WithBackslashes(path);
+    ReadPath(text.View(), given.starts_with(OLESTR("\\\\")) || given.starts_with(OLESTR("//")));
+}
+
+/// `isUnc` tells of a path without a colon whether its first character is the drive. Nothing changes when memory runs out.
+void CKrFileName::ReadPath(TextView path, bool isUnc)
+{
+    std::size_t colon = path.find(OLESTR(':'));
+    if (colon == path.npos && isUnc)
         colon = 1;
-    CString const drive = colon > 0 ? path.Left(colon) : CString();
-    CString const dir = path.Mid(colon + 1);
-    m_drive.Empty();
-    if (colon > 0)
-        SetDrive(drive);
-    SetDir(dir);
+    bool const hasDrive = colon != path.npos && colon > 0;
+    CString drive = hasDrive ? StoredDrive(path.substr(0, colon)) : CString();
+    m_dir = StoredDir(path.substr(colon + 1));
+    m_drive.swap(drive);
+}
+
+/// Nothing changes when memory runs out.
+void CKrFileName::ReadName(TextView name)
+{
+    std::size_t const point = std::min(name.rfind(OLESTR('.')), name.size());
+    CString baseName = TextOf(name.substr(0, point));
+    m_ext = TextOf(name.substr(std::min(point + 1, name.size())));
+    m_baseName.swap(baseName);
+}
+
+CKrFileName::Pieces CKrFileName::PiecesOf(bool trailing) const noexcept
+{
+    bool const hasPath = !m_drive.IsEmpty() || !m_dir.IsEmpty();
+    bool const hasLetter = !m_drive.IsEmpty() && m_drive.View() != OLESTR("\\");
+    bool const hasBoth = !m_baseName.IsEmpty() && !m_ext.IsEmpty();
+    return {m_drive.View(),
+            hasLetter ? OLESTR(":") : OLESTR(""),
+            m_dir.View(),
+            trailing && hasPath ? OLESTR("\\") : OLESTR(""),
+            m_baseName.View(),
+            hasBoth ? OLESTR(".") : OLESTR(""),
+            hasBoth ? m_ext.View() : TextView()};
 }
 
 CString CKrFileName::GetName() const
 {
-    return m_baseName.IsEmpty() || m_ext.IsEmpty() ? m_baseName : m_baseName + OLESTR('.') + m_ext;
+    Pieces const pieces = PiecesOf(false);
+    return Joined(std::span(pieces).last(3));
 }
 
 CString CKrFileName::GetPath(bool trailing) const
 {
-    CString path = m_drive;
-    if (!m_drive.IsEmpty() && m_drive != OLESTR("\\"))
-        path += OLESTR(':');
-    path += m_dir;
-    if (trailing && !(m_drive.IsEmpty() && m_dir.IsEmpty()))
-        path += OLESTR('\\');
-    return path;
+    Pieces const pieces = PiecesOf(trailing);
+    return Joined(std::span(pieces).first(4));
 }
 
-CString CKrFileName::GetFullName(bool trailing) const
-{
-    CString const name = GetName();
-    return GetPath(trailing || !name.IsEmpty()) + name;
-}
+CString CKrFileName::GetFullName(bool trailing) const { return Joined(PiecesOf(trailing || !m_baseName.IsEmpty())); }
 
 bool CKrFileName::IsRelativeToPath(CString const & base) const
 {
     CString const path = GetPath(true);
     CString const basePath = CKrFileName(base, true).GetPath(true);
-    return CString(path.Left(basePath.GetLength())).MakeUpper() == CString(basePath).MakeUpper();
+    return path.Left(basePath.GetLength()).MakeUpper() == CString(basePath).MakeUpper();
 }
 
 CString CKrFileName::GetRelativePath(CString const & base, bool trailing) const
@@ -154,17 +200,23 @@ CString CKrFileName::GetRelativeFileName(CString const & base) const
     return IsDirName() ? CString() : GetRelativePath(base, true) + GetName();
 }
 
-CString CKrFileName::DirOf(CString const & path) { return CKrFileName(path, true).m_dir; }
+void CKrFileName::AppendDir(CString const & path) { SetDir(m_dir + CKrFileName(path, true).m_dir); }
 
-void CKrFileName::AppendDir(CString const & path) { SetDir(m_dir + DirOf(path)); }
-
-void CKrFileName::InsertDir(CString const & path) { SetDir(DirOf(path) + m_dir); }
+void CKrFileName::InsertDir(CString const & path) { SetDir(CKrFileName(path, true).m_dir + m_dir); }
 
 void CKrFileName::InsertPath(CString const & path) { SetPath(CKrFileName(path, true).GetPath(false) + m_dir); }
 
 CKrFileName CKrFileName::operator+(CKrFileName const & right) const
 {
     CKrFileName joined(right);
-    joined.InsertPath(GetPath(true));
+    CString dir = m_dir + right.m_dir;
+    // what holds no colon and nothing to fold reads back as it is, and need not be read again
+    if (!dir.IsEmpty() && dir.Find(OLESTR(':')) < 0 && m_drive.Find(OLESTR(':')) < 0 && !NeedsFolding(dir.View()))
+    {
+        joined.m_drive = m_drive;
+        joined.m_dir.swap(dir);
+    }
+    else
+        joined.InsertPath(GetPath(true));
     return joined;
 }

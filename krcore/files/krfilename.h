@@ -4,6 +4,8 @@
 #include <krcore/export.h>
 #include <krplatform/text/cstring.h>
 
+#include <array>
+
 /// A file or directory name as drive, dir, base name and ext, in Windows path syntax on every system; `/` is read as `\`. Case is
 /// kept. Equality ignores it; deliberate: `<` does not.
 ///
@@ -23,7 +25,9 @@ public:
     /// With `isPath` the whole is a path; otherwise what follows the last `\` is the name.
     CKrFileName(CString const & name, bool isPath);
     CKrFileName(CKrFileName const & other);
+    CKrFileName(CKrFileName && other) noexcept;
     CKrFileName & operator=(CKrFileName const & other);
+    CKrFileName & operator=(CKrFileName && other) noexcept;
     virtual ~CKrFileName();
 
     /// The drive without ":", or "\" for a UNC name.
@@ -84,12 +88,12 @@ public:
     bool HasEqualExt(CKrFileName const & other) const { return IsEqualExt(other.m_ext); }
     bool HasEqualName(CKrFileName const & other) const { return IsEqualName(other.GetName()); }
     bool HasEqualPath(CKrFileName const & other) const { return IsEqualPath(other.GetPath(true)); }
-    bool IsEqualDrive(CString const & drive) const { return m_drive.CompareNoCase(drive) == 0; }
-    bool IsEqualDir(CString const & dir) const { return m_dir.CompareNoCase(dir) == 0; }
-    bool IsEqualBaseName(CString const & baseName) const { return m_baseName.CompareNoCase(baseName) == 0; }
-    bool IsEqualExt(CString const & ext) const { return m_ext.CompareNoCase(ext) == 0; }
-    bool IsEqualName(CString const & name) const { return GetName().CompareNoCase(name) == 0; }
-    bool IsEqualPath(CString const & path) const { return GetPath(true).CompareNoCase(path) == 0; }
+    bool IsEqualDrive(CString const & drive) const { return HaveEqualText(m_drive, drive); }
+    bool IsEqualDir(CString const & dir) const { return HaveEqualText(m_dir, dir); }
+    bool IsEqualBaseName(CString const & baseName) const { return HaveEqualText(m_baseName, baseName); }
+    bool IsEqualExt(CString const & ext) const { return HaveEqualText(m_ext, ext); }
+    bool IsEqualName(CString const & name) const { return HaveEqualText(GetName(), name); }
+    bool IsEqualPath(CString const & path) const { return HaveEqualText(GetPath(true), path); }
     /// Deliberate: by the full names with case, so that equal values may be less than each other.
     bool operator<(CKrFileName const & other) const;
     /// Deliberate: the negation of `<`, so that a value is greater than itself.
@@ -109,12 +113,18 @@ public:
     bool ReplaceReservedUrlChar(WCHAR replacement);
 
 private:
-    static void AddLeadingBackslash(CString & text);
-    static void AddTrailingBackslash(CString & text);
-    static void RemoveLeadingBackslash(CString & text);
-    static void RemoveTrailingBackslash(CString & text);
-    static CString DirOf(CString const & path);
+    /// Drive, ":", dir, `\`, base name, "." and ext, of which some are empty.
+    using Pieces = std::array<kr::detail::TextView, 7>;
+
+    Pieces PiecesOf(bool trailing) const noexcept;
+    void ReadPath(kr::detail::TextView path, bool isUnc);
+    void ReadName(kr::detail::TextView name);
     void ReplaceIn(kr::detail::TextView everywhere, kr::detail::TextView inNamesOnly, WCHAR replacement);
+
+    static bool HaveEqualText(CString const & left, CString const & right) noexcept
+    {
+        return left.GetLength() == right.GetLength() && (left == right || left.CompareNoCase(right) == 0);
+    }
 
     CString m_drive;
     CString m_dir;

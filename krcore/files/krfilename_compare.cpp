@@ -1,6 +1,11 @@
 // Comparing file names, and cleaning them of characters.
 #include <krcore/files/krfilename.h>
 
+#include <algorithm>
+#include <utility>
+
+using kr::detail::TextView;
+
 bool CKrFileName::IsEqual(CKrFileName const & other) const
 {
     return HasEqualBaseName(other) && HasEqualExt(other) && HasEqualDir(other) && HasEqualDrive(other);
@@ -10,12 +15,31 @@ bool CKrFileName::IsEqual(CString const & name) const { return IsEqual(CKrFileNa
 
 bool CKrFileName::operator<(CKrFileName const & other) const
 {
-    return GetFullName(true).Compare(other.GetFullName(true)) < 0;
+    // the full names piece by piece, without putting them together
+    Pieces const pieces = PiecesOf(true);
+    Pieces const otherPieces = other.PiecesOf(true);
+    auto next = pieces.begin();
+    auto otherNext = otherPieces.begin();
+    for (TextView rest, otherRest;;)
+    {
+        while (rest.empty() && next != pieces.end())
+            rest = *next++;
+        while (otherRest.empty() && otherNext != otherPieces.end())
+            otherRest = *otherNext++;
+        std::size_t const common = std::min(rest.size(), otherRest.size());
+        if (common == 0)
+            return !otherRest.empty();
+        if (!std::equal(rest.begin(), rest.begin() + common, otherRest.begin()))
+            return rest < otherRest;
+        rest.remove_prefix(common);
+        otherRest.remove_prefix(common);
+    }
 }
 
-void CKrFileName::ReplaceIn(kr::detail::TextView everywhere, kr::detail::TextView inNamesOnly, WCHAR replacement)
+/// Nothing changes when memory runs out.
+void CKrFileName::ReplaceIn(TextView everywhere, TextView inNamesOnly, WCHAR replacement)
 {
-    auto const replaceAll = [replacement](CString & text, kr::detail::TextView characters)
+    auto const replaceAll = [replacement](CString & text, TextView characters)
     {
         for (WCHAR const character : characters)
         {
@@ -25,10 +49,12 @@ void CKrFileName::ReplaceIn(kr::detail::TextView everywhere, kr::detail::TextVie
                 text.Replace(character, replacement);
         }
     };
-    for (CString * const part : {&m_dir, &m_baseName, &m_ext})
+    CKrFileName cleaned(*this);
+    for (CString * const part : {&cleaned.m_dir, &cleaned.m_baseName, &cleaned.m_ext})
         replaceAll(*part, everywhere);
-    for (CString * const part : {&m_baseName, &m_ext})
+    for (CString * const part : {&cleaned.m_baseName, &cleaned.m_ext})
         replaceAll(*part, inNamesOnly);
+    *this = std::move(cleaned);
 }
 
 bool CKrFileName::ReplaceInvalidChar(WCHAR replacement)

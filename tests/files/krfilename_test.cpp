@@ -1,11 +1,14 @@
 #include <krcore/files/krfilename.h>
 
+#include "tests/property/memory_failure.h"
 #include "tests/support/text.h"
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <random>
 #include <string>
+#include <utility>
 
 namespace kr::test
 {
@@ -114,6 +117,9 @@ TEST(CKrFileName, ReadsTextIntoFourParts)
         { OLESTR("\\\\srv\\share\\x.doc"),   false, OLESTR("\\"),        OLESTR("\\srv\\share"), OLESTR("x"),            OLESTR("doc"),       OLESTR("\\\\srv\\share\\x.doc") },
         { OLESTR("\\\\srv\\share"),          true,  OLESTR("\\"),        OLESTR("\\srv\\share"), OLESTR(""),             OLESTR(""),          OLESTR("\\\\srv\\share\\") },
         { OLESTR("//srv/share"),             true,  OLESTR("\\"),        OLESTR("\\srv\\share"), OLESTR(""),             OLESTR(""),          OLESTR("\\\\srv\\share\\") },
+        { OLESTR("\\\\srv"),                  false, OLESTR(""),          OLESTR(""),             OLESTR("srv"),          OLESTR(""),          OLESTR("srv") },             // one backslash before the last
+        { OLESTR("\\\\"),                     true,  OLESTR("\\"),        OLESTR(""),             OLESTR(""),             OLESTR(""),          OLESTR("\\\\") },
+        { OLESTR("/\\srv"),                  true,  OLESTR("\\"),        OLESTR("\\srv"),        OLESTR(""),             OLESTR(""),          OLESTR("\\\\srv\\") },
         { OLESTR("/srv/x"),                  true,  OLESTR(""),          OLESTR("\\srv\\x"),     OLESTR(""),             OLESTR(""),          OLESTR("\\srv\\x\\") },
         { OLESTR(":abc"),                    true,  OLESTR(""),          OLESTR("\\abc"),        OLESTR(""),             OLESTR(""),          OLESTR("\\abc\\") },
         { OLESTR("x:y:z"),                   true,  OLESTR("x"),         OLESTR("\\y:z"),        OLESTR(""),             OLESTR(""),          OLESTR("x:\\y:z\\") },    // the first colon counts
@@ -246,6 +252,18 @@ TEST(CKrFileName, SetsAPathWithoutTouchingTheName)
     EXPECT_EQ(name.GetFullName(true), OLESTR("b.txt"));
 }
 
+TEST(CKrFileName, TakesTwoSeparatorsOfDifferentKindsForNoUNCName)
+{
+    for (WCHAR const * const path : {OLESTR("/\\srv\\y"), OLESTR("\\/srv\\y")})
+    {
+        SCOPED_TRACE(Narrow(path));
+        CKrFileName name;
+        name.SetPath(path);
+        EXPECT_EQ(name.GetDrive(), OLESTR(""));
+        EXPECT_EQ(name.GetDir(), OLESTR("\\srv\\y"));
+    }
+}
+
 TEST(CKrFileName, CopiesAllFourParts)
 {
     CKrFileName const name(OLESTR("C:\\a\\b.txt"), false);
@@ -259,6 +277,15 @@ TEST(CKrFileName, CopiesAllFourParts)
         EXPECT_EQ(other.GetBaseName(), OLESTR("b"));
         EXPECT_EQ(other.GetExt(), OLESTR("txt"));
     }
+}
+
+TEST(CKrFileName, MovesAllFourParts)
+{
+    CKrFileName source(OLESTR("C:\\a\\b.txt"), false);
+    CKrFileName moved(std::move(source));
+    CKrFileName assigned(OLESTR("D:\\x"), true);
+    assigned = std::move(moved);
+    EXPECT_EQ(assigned.GetFullName(true), OLESTR("C:\\a\\b.txt"));
 }
 
 TEST(CKrFileName, BuildsPathsFromDirs)
@@ -293,6 +320,65 @@ TEST(CKrFileName, AddsNamesAsPathAndWhatLiesBelow)
     EXPECT_EQ((left + CKrFileName()).GetFullName(true), OLESTR("C:\\a\\"));
     EXPECT_EQ(left.GetFullName(true), OLESTR("C:\\a\\left.txt"));
     EXPECT_EQ(right.GetFullName(true), OLESTR("D:\\b\\right.doc"));
+}
+
+TEST(CKrFileName, AddsAsThePathInsertedAsText)
+{
+    constexpr WCHAR const * pieces[] = {OLESTR("a"), OLESTR("\\"), OLESTR("\\"), OLESTR("."), OLESTR(":")};
+    std::mt19937 random(5102);
+    auto const randomText = [&]
+    {
+        CString text;
+        for (auto count = random() % 6; count > 0; --count)
+            text += pieces[random() % std::size(pieces)];
+        return text;
+    };
+    for (int count = 0; count < 20000; ++count)
+    {
+        CKrFileName left;
+        left.SetDrive(randomText());
+        left.SetDir(randomText());
+        CKrFileName right(OLESTR("D:\\x\\f.txt"), false);
+        right.SetDir(randomText());
+        CKrFileName inserted(right);
+        inserted.InsertPath(left.GetPath(true));
+        CKrFileName const added = left + right;
+        SCOPED_TRACE(Narrow(left.GetDrive()) + " and " + Narrow(left.GetDir()) + " and " + Narrow(right.GetDir()));
+        ASSERT_EQ(added.GetDrive(), inserted.GetDrive());
+        ASSERT_EQ(added.GetDir(), inserted.GetDir());
+        ASSERT_EQ(added.GetName(), inserted.GetName());
+    }
+}
+
+TEST(CKrFileName, StaysAsItWasWhenMemoryRunsOut)
+{
+    using Change = void (*)(CKrFileName &);
+    // clang-format off
+    constexpr Change changes[] = {
+        [](CKrFileName & name) { name = CKrFileName(OLESTR("E:/y/a.doc"), false); },
+        [](CKrFileName & name) { name.SetDrive(OLESTR("E/")); },
+        [](CKrFileName & name) { name.SetDir(OLESTR("x/./y//z")); },
+        [](CKrFileName & name) { name.SetBaseName(OLESTR("/x/y/")); },
+        [](CKrFileName & name) { name.SetExt(OLESTR("tar.gz")); },
+        [](CKrFileName & name) { name.SetName(OLESTR("x/y.gz")); },
+        [](CKrFileName & name) { name.SetPath(OLESTR("E:/x/y")); },
+        [](CKrFileName & name) { name.AppendDir(OLESTR("E:/x/y")); },
+        [](CKrFileName & name) { name.InsertDir(OLESTR("E:/x/y")); },
+        [](CKrFileName & name) { name.InsertPath(OLESTR("E:/x/y")); },
+        [](CKrFileName & name) { name = name + name; },
+        [](CKrFileName & name) { name = CKrFileName(OLESTR("E:x"), true) + name; },
+        [](CKrFileName & name) { name.ReplaceInvalidChar(OLESTR('_')); },
+        [](CKrFileName & name) { name.ReplaceReservedUrlChar(OLESTR('_')); },
+    };
+    // clang-format on
+    for (Change const change : changes)
+    {
+        SCOPED_TRACE(&change - changes);
+        CKrFileName const before(OLESTR("C:\\a?\\b?.t?"), false);
+        CKrFileName name(before);
+        EXPECT_GE(FailUntilItPasses([&] { change(name); }, [&] { EXPECT_TRUE(name == before); }), 1u);
+        EXPECT_FALSE(name == before);
+    }
 }
 
 TEST(CKrFileName, LosesAPointAtTheEnd)
