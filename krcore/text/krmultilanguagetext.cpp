@@ -32,7 +32,8 @@ CKrMultiLanguageText::CKrMultiLanguageText(CKrMultiLanguageText const & other) :
 
 CKrMultiLanguageText & CKrMultiLanguageText::operator=(CKrMultiLanguageText const & other)
 {
-    m_texts = other.m_texts;
+    std::map<CString, CString> texts(other.m_texts); // nothing changes when memory runs out
+    m_texts.swap(texts);
     m_refText = other.m_refText;
     m_refLanguage = other.m_refLanguage;
     return *this;

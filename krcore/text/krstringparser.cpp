@@ -101,7 +101,16 @@ CKrStringParser::CKrStringParser(std::vector<int> const & items, CString const &
 
 CKrStringParser::CKrStringParser(CKrStringParser const & other) = default;
 
-CKrStringParser & CKrStringParser::operator=(CKrStringParser const & other) = default;
+CKrStringParser & CKrStringParser::operator=(CKrStringParser const & other)
+{
+    CKrStringParser copy(other); // nothing changes when memory runs out
+    m_separator = other.m_separator;
+    m_type = other.m_type;
+    m_strings.swap(copy.m_strings);
+    m_doubles.swap(copy.m_doubles);
+    m_integers.swap(copy.m_integers);
+    return *this;
+}
 
 CKrStringParser::~CKrStringParser() = default;
 
@@ -132,25 +141,30 @@ bool CKrStringParser::WithActiveList(Work work) const
     }
 }
 
+// The separator that an operation works with: the stored one where none is given.
+CString const & CKrStringParser::SeparatorOr(CString const & separator) const noexcept
+{
+    return separator.IsEmpty() ? m_separator : separator;
+}
+
 bool CKrStringParser::Split(CString const & text, CString const & separator)
 {
-    if (!separator.IsEmpty())
-        m_separator = separator;
-    return WithActiveList([&](auto list) { Split(text, m_separator, this->*list); });
+    bool const isKnown = WithActiveList([&](auto list) { Split(text, SeparatorOr(separator), this->*list); });
+    m_separator = SeparatorOr(separator);
+    return isKnown;
 }
 
 CString CKrStringParser::Join(CString const & separator)
 {
-    if (!separator.IsEmpty())
-        m_separator = separator;
     CString joined;
-    WithActiveList([&](auto list) { joined = Join(m_separator, this->*list); });
+    WithActiveList([&](auto list) { joined = Join(SeparatorOr(separator), this->*list); });
+    m_separator = SeparatorOr(separator);
     return joined;
 }
 
 CKrStringParser CKrStringParser::ParserOf(CString const & text, CString const & separator) const
 {
-    return CKrStringParser(text, separator.IsEmpty() ? m_separator : separator, m_type);
+    return CKrStringParser(text, SeparatorOr(separator), m_type);
 }
 
 CKrStringParser & CKrStringParser::Append(CKrStringParser const & other)

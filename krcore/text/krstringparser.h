@@ -16,7 +16,7 @@
 ///         .Union(OLESTR("a;c"), CString()).Join(CString())                -> "a;a;b;c"
 ///
 /// Text that is no number reads as 0; a comma in a double is a point. Splitting a text at an empty separator is a broken contract and
-/// ends in `CMemoryException *` at once.
+/// ends in `CMemoryException *` at once. When memory runs out, lists and separator stay as they were.
 class KRCORE_API CKrStringParser
 {
 public:
@@ -103,6 +103,7 @@ public:
     bool Find(CString const & text, CString const & separator) const;
 
 private:
+    CString const & SeparatorOr(CString const & separator) const noexcept;
     CKrStringParser ParserOf(CString const & text, CString const & separator) const;
     template <class Work>
     bool WithActiveList(Work work) const;

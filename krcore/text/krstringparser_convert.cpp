@@ -109,8 +109,9 @@ CString CKrStringParser::Join(CString const & separator, std::vector<double> con
                      [](CString & joined, double item)
                      {
                          BSTR text = nullptr;
-                         if (VarBstrFromR8(item, LOCALE_INVARIANT, 0, &text) == S_OK)
-                             joined += kr::detail::TakeBstr(text);
+                         if (VarBstrFromR8(item, LOCALE_INVARIANT, 0, &text) == E_OUTOFMEMORY)
+                             AfxThrowMemoryException();
+                         joined += kr::detail::TakeBstr(text); // nothing for any other failure
                      });
 }
 

@@ -8,16 +8,17 @@
 namespace
 {
 
-// Appends what `read` gives of each selected item to the emptied output.
+// Replaces the output by what `read` gives of each selected item.
 template <class Value, class Read>
 void CollectSelected(kr::ownervector<CKrOptionListItem> const & items, std::vector<Value> & values, Read read)
 {
-    values.clear();
+    std::vector<Value> selected;
     for (CKrOptionListItem const * const item : items)
     {
         if (item->IsSelected())
-            values.push_back(read(*item));
+            selected.push_back(read(*item));
     }
+    values.swap(selected);
 }
 
 void SelectItem(CKrOptionListItem * item, bool select)

@@ -10,7 +10,19 @@ CKrOptionListItem::CKrOptionListItem(CString const & identifier, CString const &
 
 CKrOptionListItem::CKrOptionListItem(CKrOptionListItem const & other) = default;
 
-CKrOptionListItem & CKrOptionListItem::operator=(CKrOptionListItem const & other) = default;
+CKrOptionListItem & CKrOptionListItem::operator=(CKrOptionListItem const & other)
+{
+    m_value = other.m_value; // first, since only this needs memory
+    m_identifier = other.m_identifier;
+    m_text = other.m_text;
+    m_description = other.m_description;
+    m_visible = other.m_visible;
+    m_enabled = other.m_enabled;
+    m_selected = other.m_selected;
+    m_selectable = other.m_selectable;
+    m_missing = other.m_missing;
+    return *this;
+}
 
 CKrOptionListItem::~CKrOptionListItem() = default;
 

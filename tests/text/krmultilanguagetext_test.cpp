@@ -1,5 +1,7 @@
 #include <krcore/text/krmultilanguagetext.h>
 
+#include "tests/property/memory_failure.h"
+
 #include <gtest/gtest.h>
 
 namespace
@@ -162,4 +164,38 @@ TEST(CKrMultiLanguageText, IsMadeFromAPrototype)
     EXPECT_TRUE(CKrMultiLanguageText(8).GetRawMap().empty());
     CKrMultiLanguageText::s_mapPrototypes.AddObject(9, nullptr);
     EXPECT_TRUE(CKrMultiLanguageText(9).GetRawMap().empty());
+}
+
+TEST(CKrMultiLanguageText, StaysAsItWasWhenMemoryRunsOut)
+{
+    KeptStatics const kept;
+    using kr::test::FailUntilItPasses;
+    CString outside = OLESTR("wall");
+    CKrMultiLanguageText text;
+    text.AddLanguageText(OLESTR("de"), OLESTR("Wand"));
+    text.SetRefLanguage(OLESTR("de"));
+    auto const isUnchanged = [&]
+    {
+        EXPECT_EQ(text.GetRawMap(), (std::map<CString, CString>{{OLESTR("DE"), OLESTR("Wand")}}));
+        EXPECT_EQ(text.GetRefLanguage(), OLESTR("DE"));
+        text.m_bUseRefTextForMissingLanguage = true;
+        EXPECT_EQ(text.GetLanguageText(OLESTR("EN")), OLESTR("Wand")) << "no text outside is pointed at";
+    };
+    CKrMultiLanguageText source(outside);
+    source.AddLanguageText(OLESTR("de"), OLESTR("Mauer"));
+    source.AddLanguageText(OLESTR("fr"), OLESTR("mur"));
+    source.SetRefLanguage(OLESTR("fr"));
+    CString const lower = OLESTR("fr");
+    CString const mur = OLESTR("mur");
+    EXPECT_EQ(FailUntilItPasses([&] { text.AddLanguageText(lower, mur); }, isUnchanged), 2u) << "the key and the entry";
+    text.RemoveLanguageText(lower);
+    EXPECT_EQ(FailUntilItPasses([&] { text.GetText(lower); }, isUnchanged), 2u);
+    text.RemoveLanguageText(lower);
+    EXPECT_EQ(FailUntilItPasses([&] { text.SetLanguageText(lower, mur); }, isUnchanged), 1u);
+    EXPECT_EQ(FailUntilItPasses([&] { text.SetRefLanguage(lower); }, isUnchanged), 1u);
+    text.SetRefLanguage(OLESTR("de"));
+    EXPECT_EQ(FailUntilItPasses([&] { text = source; }, isUnchanged), 2u) << "an entry for each language";
+    EXPECT_EQ(text.GetRawMap().size(), 2u);
+    EXPECT_EQ(FailUntilItPasses([&] { CKrMultiLanguageText const copy(source); }, [] {}), 2u);
+    EXPECT_EQ(FailUntilItPasses([&] { source.GetLanguageText(lower); }, [] {}), 1u);
 }
