@@ -11,7 +11,7 @@
 ///     CKrDLL library(CKrFileName(OLESTR("libplan.so"), false));
 ///     library.LoadDLL(false);                              found by the system's search
 ///     library.HasFullPathName()                            -> true: it knows its place now
-///     auto const plan = reinterpret_cast<int (*)(int)>(library.GetFuncAddress(OLESTR("plan")));
+///     FARPROC const count = library.GetFuncAddress(OLESTR("CountPlans"));
 ///     library.UnloadDLL();
 class KRCORE_API CKrDLL
 {

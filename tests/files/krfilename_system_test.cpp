@@ -1,5 +1,9 @@
 #include <krcore/files/krfilename.h>
 
+#include "tests/krplatform/system/surroundings.h"
+
+#include <krplatform/system/file.h>
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
@@ -119,6 +123,60 @@ TEST_F(CKrFileNameSystem, HoldsNothingOpenThatIsMissingOrADirectory)
     EXPECT_FALSE(std::filesystem::exists(m_path / "gone.txt"));
     EXPECT_FALSE(Name("sub", true).IsAlreadyOpen());
     EXPECT_FALSE(Name("sub", false).IsAlreadyOpen());
+}
+
+TEST_F(CKrFileNameSystem, TakesAFileOpenedWithoutSharingForOpen)
+{
+    CKrFileName const file = Name("f.txt", false);
+    HANDLE const handle =
+        CreateFileW(file.GetFullName(true), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(handle, INVALID_HANDLE_VALUE);
+    EXPECT_TRUE(file.IsAlreadyOpen());
+    CloseHandle(handle);
+    EXPECT_FALSE(file.IsAlreadyOpen());
+}
+
+TEST_F(CKrFileNameSystem, FindsTheRootByTwoSeparatorsAlone)
+{
+    EXPECT_TRUE(CKrFileName(OLESTR("//"), true).IsExisting());
+    EXPECT_TRUE(CKrFileName(OLESTR("\\\\"), true).IsExistingPath());
+    EXPECT_FALSE(CKrFileName(OLESTR("/"), true).IsExisting()) << "reads as an empty name";
+}
+
+TEST_F(CKrFileNameSystem, FindsDevicesAsFiles)
+{
+    CKrFileName const device(OLESTR("//dev/full"), false);
+    EXPECT_TRUE(device.IsExisting());
+    EXPECT_FALSE(CKrFileName(OLESTR("//dev/full"), true).IsExisting());
+    EXPECT_FALSE(CKrFileName(OLESTR("//dev/full/x"), false).IsExisting());
+}
+
+TEST_F(CKrFileNameSystem, FindsNothingByNamesTheSystemCannotHold)
+{
+    for (std::basic_string<WCHAR> const & name :
+         {std::basic_string<WCHAR>(OLESTR("a\xD800.txt")), std::basic_string<WCHAR>(300, OLESTR('a'))})
+    {
+        CKrFileName const file(Name("", true) + CKrFileName(name.c_str(), false));
+        EXPECT_FALSE(file.IsExisting());
+        EXPECT_FALSE(file.IsAlreadyOpen());
+        EXPECT_TRUE(file.IsExistingPath());
+    }
+}
+
+TEST_F(CKrFileNameSystem, AnswersFalseWhereTheUserMayNotLook)
+{
+    std::ofstream(m_path / "sub/g.txt") << "text";
+    std::filesystem::permissions(m_path, std::filesystem::perms(0755));
+    std::filesystem::permissions(m_path / "f.txt", std::filesystem::perms::none);
+    std::filesystem::permissions(m_path / "sub", std::filesystem::perms::none);
+    {
+        OrdinaryUser const user;
+        EXPECT_TRUE(Name("f.txt", false).IsExisting()) << "there, though it may not be read";
+        EXPECT_FALSE(Name("f.txt", false).IsAlreadyOpen()) << "refused, which is no sharing failure";
+        EXPECT_TRUE(Name("sub", true).IsExisting());
+        EXPECT_FALSE(Name("sub/g.txt", false).IsExisting());
+    }
+    std::filesystem::permissions(m_path / "sub", std::filesystem::perms(0755));
 }
 
 } // namespace kr::test

@@ -1,0 +1,2 @@
+// A library that the plan needs.
+extern "C" int KrTestPartCount() { return 3; }
