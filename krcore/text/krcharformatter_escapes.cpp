@@ -92,7 +92,9 @@ int RtfPiece(WCHAR character, unsigned int codePage, char (&piece)[8])
     int const count = kr::detail::NativeBytes(character, codePage, bytes);
     if (count > 0)
     {
-        std::memcpy(piece, bytes, static_cast<std::size_t>(count));
+        piece[0] = bytes[0];
+        if (count == 2)
+            piece[1] = bytes[1];
         return count;
     }
     piece[0] = '\\';
@@ -139,11 +141,12 @@ int CKrCharFormatter::WcharNonNativeToCIF(WCHAR const * source, WCHAR * destinat
 {
     if (!source || (destination && count < 1))
         return 0;
+    unsigned int const codePage = GetACP();
     int produced = 0;
     char bytes[2];
     for (; *source != 0 && !(destination && produced == count - 1); ++source)
     {
-        bool const isNative = kr::detail::NativeBytes(*source, CP_ACP, bytes) > 0;
+        bool const isNative = kr::detail::NativeBytes(*source, codePage, bytes) > 0;
         if (!isNative && destination && count - produced < kr::detail::cifLength + 1)
             break;
         if (destination)
@@ -176,7 +179,10 @@ int CKrCharFormatter::WcharNonNativeToRTF(unsigned int codePage, WCHAR const * s
         {
             if (produced + length >= room)
                 break;
-            std::memcpy(destination + produced, piece, static_cast<std::size_t>(length));
+            if (length == 1) // most are, and need no call
+                destination[produced] = piece[0];
+            else
+                std::memcpy(destination + produced, piece, static_cast<std::size_t>(length));
         }
         produced += length;
         ++consumed;

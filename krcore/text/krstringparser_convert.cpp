@@ -3,10 +3,13 @@
 
 #include <krplatform/automation/vartext.h>
 #include <krplatform/base/cexception.h>
+#include <krplatform/text/bstr.h>
 #include <krplatform/text/numbers.h>
-#include <krplatform/text/takebstr.h>
+#include <krplatform/text/textsearch.h>
 
 #include <algorithm>
+#include <charconv>
+#include <limits>
 
 namespace
 {
@@ -20,7 +23,8 @@ void ForEachPiece(TextView text, TextView separator, Take take)
     if (separator.empty())
         AfxThrowMemoryException(); // the search would find the same place for ever
     std::size_t start = 0;
-    for (std::size_t hit; (hit = text.find(separator, start)) != TextView::npos; start = hit + separator.size())
+    for (std::size_t hit; (hit = kr::detail::FindText(text, separator, start)) != kr::detail::notFound;
+         start = hit + separator.size())
         take(text.substr(start, hit - start));
     take(text.substr(start));
 }
@@ -65,19 +69,56 @@ bool SplitInto(CString const & text, CString const & separator, std::vector<Item
     return true;
 }
 
-template <class Item, class Write>
-CString JoinItems(CString const & separator, std::vector<Item> const & items, Write write)
+// The length of a joined text, or the platform's failure for one that no text can have.
+int CheckedLength(std::size_t length)
 {
-    CString joined;
-    bool first = true;
+    if (length > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        AfxThrowMemoryException();
+    return static_cast<int>(length);
+}
+
+// Joins in storage of the right size: `lengthOf` tells what an item takes, `write` writes it and gives the place behind it.
+template <class Item, class LengthOf, class Write>
+CString JoinItems(TextView separator, std::vector<Item> const & items, LengthOf lengthOf, Write write)
+{
+    if (items.empty())
+        return CString();
+    std::size_t length = (items.size() - 1) * separator.size();
     for (Item const & item : items)
-    {
-        if (!first)
-            joined += separator;
-        first = false;
-        write(joined, item);
-    }
+        length += lengthOf(item);
+    CString joined;
+    WCHAR * end = write(items.front(), joined.GetBuffer(CheckedLength(length)));
+    for (std::size_t index = 1; index < items.size(); ++index)
+        end = write(items[index], std::copy(separator.begin(), separator.end(), end));
+    joined.ReleaseBuffer(static_cast<int>(length));
     return joined;
+}
+
+// The digits of a number.
+class IntegerDigits
+{
+public:
+    explicit IntegerDigits(int number) : m_end(std::to_chars(m_digits, std::end(m_digits), number).ptr) {}
+    std::size_t Length() const { return static_cast<std::size_t>(m_end - m_digits); }
+    WCHAR * Write(WCHAR * destination) const { return std::copy<char const *>(m_digits, m_end, destination); }
+
+private:
+    char m_digits[12];
+    char const * m_end;
+};
+
+// Appends the platform's text of a number; none where it has none.
+void AppendReal(CString & joined, double number)
+{
+    BSTR text = nullptr;
+    if (VarBstrFromR8(number, LOCALE_INVARIANT, 0, &text) == E_OUTOFMEMORY)
+        AfxThrowMemoryException();
+    struct Release
+    {
+        BSTR text;
+        ~Release() { SysFreeString(text); }
+    } const release{text};
+    joined.Append(text, static_cast<int>(SysStringLen(text)));
 }
 
 } // namespace
@@ -100,30 +141,28 @@ bool CKrStringParser::Split(CString const & text, CString const & separator, std
 
 CString CKrStringParser::Join(CString const & separator, std::vector<CString> const & items)
 {
-    return JoinItems(separator, items, [](CString & joined, CString const & item) { joined += item; });
+    return JoinItems(
+        separator.View(), items, [](CString const & item) { return item.View().size(); },
+        [](CString const & item, WCHAR * end) { return std::copy_n(item.GetString(), item.GetLength(), end); });
 }
 
 CString CKrStringParser::Join(CString const & separator, std::vector<double> const & items)
 {
-    return JoinItems(separator, items,
-                     [](CString & joined, double item)
-                     {
-                         BSTR text = nullptr;
-                         if (VarBstrFromR8(item, LOCALE_INVARIANT, 0, &text) == E_OUTOFMEMORY)
-                             AfxThrowMemoryException();
-                         joined += kr::detail::TakeBstr(text); // nothing for any other failure
-                     });
+    CString joined;
+    for (std::size_t index = 0; index < items.size(); ++index)
+    {
+        if (index > 0)
+            joined += separator;
+        AppendReal(joined, items[index]);
+    }
+    return joined;
 }
 
 CString CKrStringParser::Join(CString const & separator, std::vector<int> const & items)
 {
-    return JoinItems(separator, items,
-                     [](CString & joined, int item)
-                     {
-                         WCHAR text[32];
-                         _itow_s(item, text, std::size(text), 10);
-                         joined += text;
-                     });
+    return JoinItems(
+        separator.View(), items, [](int item) { return IntegerDigits(item).Length(); },
+        [](int item, WCHAR * end) { return IntegerDigits(item).Write(end); });
 }
 
 CString CKrStringParser::JoinSkipEmpty(CString const & separator, std::vector<CString> const & items)
