@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <new>
 #include <utility>
 
@@ -38,12 +39,30 @@ unsigned int GranuleOf(unsigned int size)
     return lastGranule;
 }
 
-unsigned char * NewBlock(unsigned int size)
+// What a block has room for that grows to a size: twice what it had, or many appends would copy it as many times. It is no whole number of
+// pages: memory managers would place it so that some processors take thirty times as long to copy the one before.
+unsigned int CapacityFor(unsigned int size, unsigned int oldSize)
 {
-    unsigned char * const block = new (std::nothrow) unsigned char[size]();
+    constexpr std::uint64_t offPage = 48, most = std::numeric_limits<unsigned int>::max();
+    std::uint64_t const wanted =
+        oldSize == 0 ? size : std::max<std::uint64_t>(size, 2 * std::uint64_t{oldSize}) + offPage;
+    return static_cast<unsigned int>(std::min(wanted, most));
+}
+
+unsigned char * NewBlock(unsigned int capacity)
+{
+    unsigned char * const block = new (std::nothrow) unsigned char[capacity];
     if (!block)
         AfxThrowMemoryException();
     return block;
+}
+
+// Copies the content to the start of a block of that size, whose rest becomes zero.
+void FillBlock(unsigned char * block, unsigned int size, unsigned char const * content, unsigned int length)
+{
+    if (length > 0 && block != content)
+        std::memcpy(block, content, length);
+    std::memset(block + length, 0, size - length);
 }
 
 } // namespace
@@ -57,7 +76,11 @@ CKrRawBuffer::CKrRawBuffer(unsigned char const * data, unsigned int length, unsi
     SetBuffer(data, length, size);
 }
 
-CKrRawBuffer::CKrRawBuffer(CKrRawBuffer const & other) { *this = other; }
+CKrRawBuffer::CKrRawBuffer(CKrRawBuffer const & other)
+{
+    *this = other;
+    ForgetRoom();
+}
 
 CKrRawBuffer & CKrRawBuffer::operator=(CKrRawBuffer const & other)
 {
@@ -76,21 +99,30 @@ int CKrRawBuffer::TrailingBytes() const { return 0; }
 
 void CKrRawBuffer::Resize(unsigned int size)
 {
-    unsigned char * const block = NewBlock(size);
-    if (m_length > 0)
-        std::memcpy(block, m_storage, m_length);
-    delete[] m_storage;
-    m_storage = block;
+    if (size > m_capacity)
+    {
+        unsigned int const capacity = CapacityFor(size, m_size);
+        unsigned char * const block = NewBlock(capacity);
+        FillBlock(block, size, m_storage, m_length);
+        delete[] m_storage;
+        m_storage = block;
+        m_capacity = capacity;
+    }
+    else
+        FillBlock(m_storage, size, m_storage, m_length);
     m_size = size;
 }
 
 void CKrRawBuffer::Alloc(unsigned int length)
 {
-    std::uint64_t const need = std::uint64_t{length} + static_cast<unsigned int>(TrailingBytes());
-    if (need <= m_size)
-        return;
-    std::uint64_t const granule = GranuleOf(m_size);
-    Resize(BufferSize((need + granule - 1) / granule * granule));
+    auto const trailing = static_cast<unsigned int>(TrailingBytes());
+    std::uint64_t const need = std::uint64_t{length} + trailing;
+    if (need > m_size)
+    {
+        std::uint64_t const granule = GranuleOf(m_size);
+        Resize(BufferSize((need + granule - 1) / granule * granule));
+    }
+    m_knownRoom = m_size - trailing;
 }
 
 void CKrRawBuffer::AllocExact(unsigned int size)
@@ -157,8 +189,7 @@ void CKrRawBuffer::SetBuffer(unsigned char const * data, unsigned int length, un
 {
     size = std::max(length, size);
     unsigned char * const block = NewBlock(size);
-    if (data && length > 0)
-        std::memcpy(block, data, length);
+    FillBlock(block, size, data, data ? length : 0);
     delete[] m_storage;
     Lend(block, length, size);
 }
@@ -174,7 +205,7 @@ unsigned char const * CKrRawBuffer::ExpandBeside(void const * data, unsigned int
 
 void CKrRawBuffer::AppendBytes(void const * data, unsigned int length)
 {
-    unsigned char const * const bytes = ExpandBeside(data, length);
+    void const * const bytes = HasRoomFor(length) ? data : ExpandBeside(data, length);
     std::memmove(m_storage + m_length, bytes, length);
     m_length += length;
 }
@@ -192,6 +223,8 @@ void CKrRawBuffer::Lend(unsigned char * storage, unsigned int length, unsigned i
     m_storage = storage;
     m_length = length;
     m_size = size;
+    m_capacity = size;
+    ForgetRoom();
 }
 
 void CKrByteBuffer::Expand(unsigned int count) { Alloc(BufferSize(std::uint64_t{BufLength()} + count)); }

@@ -3,6 +3,8 @@
 
 #include <krcore/export.h>
 
+#include <cstdint>
+
 /// Owns a block of bytes and knows how many of them are content (the length) and how many there are (the size). New blocks are zero
 /// throughout. Want of memory, and a size that an `unsigned int` cannot hold, throw `CMemoryException *`; the buffer then stays as it was.
 ///
@@ -32,7 +34,7 @@ public:
     unsigned int BufSize() const noexcept { return m_size; }
 
     /// Makes sure that `length` bytes of content and the trailing bytes fit. Growing rounds up to a multiple of 256, 1,024, 4,096 or 8,192
-    /// bytes, the larger the more there are. Deliberate: only the content survives, not what was written behind it.
+    /// bytes, the larger the more there are; many blocks of the last step are grown in place. Deliberate: only the content survives, not what was written behind it.
     void Alloc(unsigned int length);
     /// Makes sure of a size of exactly `size`, if it is larger; no trailing bytes.
     void AllocExact(unsigned int size);
@@ -55,6 +57,10 @@ public:
 protected:
     /// Replaces the block by a new one of the greater of `length` and `size` with a copy of the data, which may lie in the old one.
     void SetBuffer(unsigned char const * data, unsigned int length, unsigned int size);
+    /// Whether `length` more bytes and the trailing ones are known to fit as it is.
+    bool HasRoomFor(unsigned int length) const noexcept { return std::uint64_t{m_length} + length <= m_knownRoom; }
+    /// For constructors that have called `Alloc`: a derived class may want more trailing bytes.
+    void ForgetRoom() noexcept { m_knownRoom = 0; }
     /// Makes room for `length` more bytes, and gives the place of `data` afterwards, which may lie in this buffer.
     unsigned char const * ExpandBeside(void const * data, unsigned int length);
     /// Appends bytes, which may lie in this buffer.
@@ -74,6 +80,9 @@ private:
     unsigned int m_length = 0;
     unsigned int m_size = 0;
     bool m_releaseAssigned = false;
+    unsigned int m_capacity = 0; ///< what the block has room for; `m_size` and more
+    unsigned int m_knownRoom =
+        0; ///< content that fits with the trailing bytes, which need not be asked for again; 0: not known
 };
 
 /// A buffer that grows by appending bytes.

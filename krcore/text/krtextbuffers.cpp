@@ -89,8 +89,6 @@ CKrCharBuffer & CKrCharBuffer::operator=(WCHAR const * text)
 
 int CKrCharBuffer::TrailingBytes() const { return 1; }
 
-void CKrCharBuffer::AddString(char character) { AddString(&character, 1); }
-
 void CKrCharBuffer::AddString(WCHAR character) { AddString(&character, 1); }
 
 void CKrCharBuffer::AddString(char const * text)
@@ -107,16 +105,18 @@ void CKrCharBuffer::AddString(WCHAR const * text)
 
 void CKrCharBuffer::AddString(char const * text, unsigned int length)
 {
-    if (text && length > 0)
-        AppendBytes(text, length);
-    TerminateBlock();
+    if (!text || length == 0)
+        return TerminateBlock();
+    AppendBytes(text, length);
+    Terminate();
 }
 
 void CKrCharBuffer::AddString(WCHAR const * text, unsigned int length)
 {
-    if (text && length > 0)
-        AppendBytes(text, BytesOf(length));
-    TerminateBlock();
+    if (!text || length == 0)
+        return TerminateBlock();
+    AppendBytes(text, BytesOf(length));
+    Terminate();
 }
 
 void CKrCharBuffer::AddString(CKrCharBuffer const & other) { AddString(other.Get(), other.Length()); }
@@ -154,7 +154,11 @@ CKrWcharBuffer::CKrWcharBuffer(unsigned int length) : CKrByteBuffer(BytesOf(leng
 
 CKrWcharBuffer::CKrWcharBuffer(char const * text) : CKrWcharBuffer(text, LengthOf(text)) {}
 
-CKrWcharBuffer::CKrWcharBuffer(char const * text, unsigned int length) { AddString(text, length); }
+CKrWcharBuffer::CKrWcharBuffer(char const * text, unsigned int length)
+{
+    AddString(text, length);
+    ForgetRoom();
+}
 
 CKrWcharBuffer::CKrWcharBuffer(WCHAR const * text) : CKrWcharBuffer(text, LengthOf(text)) {}
 
@@ -215,9 +219,10 @@ void CKrWcharBuffer::AddString(char const * text, unsigned int length)
 
 void CKrWcharBuffer::AddString(WCHAR const * text, unsigned int length)
 {
-    if (text && length > 0)
-        AppendBytes(text, BytesOf(length));
-    TerminateBlock();
+    if (!text || length == 0)
+        return TerminateBlock();
+    AppendBytes(text, BytesOf(length));
+    Terminate();
 }
 
 void CKrWcharBuffer::AddString(CKrWcharBuffer const & other)

@@ -28,7 +28,16 @@ public:
 
     int TrailingBytes() const override;
 
-    void AddString(char character);
+    void AddString(char character)
+    {
+        if (!HasRoomFor(1))
+            return AddString(&character, 1);
+        unsigned int const length = Length();
+        char * const end = Get() + length;
+        end[0] = character;
+        end[1] = 0;
+        SetContent(length + 1);
+    }
     void AddString(WCHAR character);
     void AddString(char const * text);
     void AddString(WCHAR const * text);

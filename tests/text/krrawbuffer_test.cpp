@@ -2,6 +2,7 @@
 
 #include "tests/krplatform/automation/thrown_result.h"
 #include "tests/support/failing_allocator.h"
+#include "tests/support/virtual_slot.h"
 
 #include <gtest/gtest.h>
 
@@ -93,6 +94,76 @@ TEST(CKrRawBuffer, GrowsByGranulesOfItsPresentSize)
     }
 }
 
+TEST(CKrRawBuffer, GrowsByTheLastStepForEver)
+{
+    CKrByteBuffer buffer;
+    unsigned int size = 0;
+    std::string content;
+    for (unsigned int round = 0; round < 4000; ++round)
+    {
+        std::string const added(37, static_cast<char>('a' + round % 26));
+        buffer.Add(reinterpret_cast<unsigned char const *>(added.data()), 37);
+        content += added;
+        unsigned int const granule = size <= 256 ? 256 : size <= 1024 ? 1024 : size <= 4096 ? 4096 : 8192;
+        if (content.size() > size)
+            size = (static_cast<unsigned int>(content.size()) + granule - 1) / granule * granule;
+        ASSERT_EQ(buffer.BufSize(), size);
+    }
+    ASSERT_GT(size, 140000u);
+    EXPECT_EQ(std::string(buffer.Get(), buffer.Get() + buffer.BufLength()), content);
+    EXPECT_EQ(std::string(buffer.Get() + buffer.BufLength(), buffer.Get() + size),
+              std::string(size - content.size(), '\0'));
+}
+
+TEST(CKrRawBuffer, LosesWhatStandsBehindTheContentOfALargeBlockToo)
+{
+    CKrByteBuffer buffer;
+    buffer.AllocExact(9000);
+    buffer.Alloc(9001); // from here on there may be room in the same block
+    for (unsigned int size = buffer.BufSize(); size < 60000; size = buffer.BufSize())
+    {
+        buffer.Get()[5] = 7;
+        buffer.Get()[size - 1] = 7;
+        buffer.SetLength(6);
+        buffer.Alloc(size + 1);
+        ASSERT_EQ(buffer.BufSize(), size + 8192);
+        EXPECT_EQ(buffer.Get()[5], 7);
+        EXPECT_EQ(buffer.Get()[size - 1], 0) << size;
+        EXPECT_EQ(buffer.Get()[size + 8191], 0) << size;
+    }
+    unsigned char * const block = buffer.Release();
+    EXPECT_EQ(block[5], 7);
+    delete[] block;
+}
+
+TEST(CKrRawBuffer, AsksADerivedClassForItsTrailingBytes)
+{
+    class Wider : public CKrWcharBuffer
+    {
+    public:
+        using CKrWcharBuffer::CKrWcharBuffer;
+        int TrailingBytes() const override { return 100; }
+    };
+    Wider const source("a");
+    Wider buffers[] = {Wider(), Wider("a"), Wider(OLESTR("a")), Wider(1u), source};
+    for (Wider & buffer : buffers)
+    {
+        while (buffer.BufLength() < 600)
+        {
+            buffer.AddString(OLESTR('x'));
+            EXPECT_GE(buffer.BufSize(), buffer.BufLength() + 100) << buffer.BufLength();
+        }
+    }
+}
+
+TEST(CKrRawBuffer, HasItsVirtualOperationsInOrder)
+{
+    EXPECT_EQ(VirtualSlotOf(&CKrRawBuffer::TrailingBytes), 2u) << "behind the destructor";
+    EXPECT_EQ(VirtualSlotOf(&CKrByteBuffer::Expand), 3u);
+    EXPECT_EQ(VirtualSlotOf(static_cast<void (CKrByteBuffer::*)(unsigned int)>(&CKrByteBuffer::SetLength)), 4u);
+    EXPECT_EQ(VirtualSlotOf(static_cast<void (CKrWcharBuffer::*)(unsigned int)>(&CKrWcharBuffer::SetLength)), 4u);
+}
+
 TEST(CKrRawBuffer, KeepsOnlyTheContentWhenItGrows)
 {
     CKrByteBuffer buffer(sixBytes, 6, 6);
@@ -142,6 +213,30 @@ TEST(CKrRawBuffer, TakesOverAndGivesUpBlocks)
     EXPECT_EQ(LiveAllocations(), before);
 }
 
+TEST(CKrRawBuffer, KeepsItsBlockWhenThatIsAttached)
+{
+    CKrRawBuffer buffer(sixBytes, 6, 6);
+    buffer.Attach(buffer.Get(), 2, 6);
+    EXPECT_EQ(buffer.BufLength(), 2u);
+    EXPECT_EQ(BlockOf(buffer), "123456");
+}
+
+TEST(CKrRawBuffer, ForgetsTheRoomOfABlockThatIsGone)
+{
+    CKrCharBuffer buffer;
+    buffer.AddString(std::string(300, 'x').c_str());
+    buffer.Attach(new char[2]{'y', 'z'}, 1);
+    buffer.AddString('a');
+    EXPECT_EQ(buffer.BufSize(), 256u);
+    EXPECT_STREQ(buffer.Get(), "ya");
+    delete[] buffer.Release();
+    buffer.AddString('a');
+    EXPECT_EQ(buffer.BufSize(), 256u);
+    buffer.Free();
+    buffer.AddString('b');
+    EXPECT_STREQ(buffer.Get(), "b");
+}
+
 TEST(CKrRawBuffer, ClearsWithinItsBlockAndFreesIt)
 {
     CKrByteBuffer buffer(sixBytes, 6, 6);
@@ -167,6 +262,10 @@ TEST(CKrRawBuffer, LeavesOldBytesBehindAShorterCopy)
     EXPECT_EQ(target.BufLength(), 2u);
     EXPECT_EQ(BlockOf(target), "893456");
     EXPECT_EQ(BlockOf(source), "89");
+    target = CKrRawBuffer(nullptr, 0, 4);
+    EXPECT_EQ(target.Get(), block) << "no content is a content";
+    EXPECT_EQ(target.BufLength(), 0u);
+    EXPECT_EQ(BlockOf(target), "893456");
     target = CKrRawBuffer();
     EXPECT_EQ(target.Get(), nullptr) << "a source without a block frees";
 }

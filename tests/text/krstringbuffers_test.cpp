@@ -43,6 +43,38 @@ TEST(CKrBufferCStringA, EndsAnEarlierAttachment)
     EXPECT_TRUE(second == "xyz");
 }
 
+TEST(CKrBufferCStringA, HasRoomForNothingWhereThatIsTold)
+{
+    CStringA text("abc");
+    CKrBufferCStringA buffer(text, 0);
+    EXPECT_EQ(buffer.Length(), 0u);
+    EXPECT_EQ(buffer.BufSize(), 1u);
+    buffer.ReleaseString();
+    EXPECT_TRUE(text.IsEmpty());
+}
+
+TEST(CKrBufferCStringA, TellsTheStringItsLengthOnlyOnce)
+{
+    std::size_t const before = LiveAllocations();
+    {
+        CStringA text("abcdef");
+        {
+            CKrBufferCStringA const copy = [&text]
+            {
+                CKrBufferCStringA buffer(text, -1);
+                CKrBufferCStringA made(buffer);
+                buffer.SetLength(2);
+                buffer.ReleaseString();
+                EXPECT_TRUE(text == "ab");
+                return made;
+            }();
+            text += "cd"; // its own again
+        }
+        EXPECT_TRUE(text == "abcd") << "the copy of six characters has nothing to say";
+    }
+    EXPECT_EQ(LiveAllocations(), before);
+}
+
 TEST(CKrBufferCStringA, IsPassedOnWithItsStorage)
 {
     CStringA text("abcdef");

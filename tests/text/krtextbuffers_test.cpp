@@ -163,10 +163,10 @@ TEST(CKrWcharBuffer, AppendsCharactersAndOneByteOfATerminator)
     buffer.SetLength(1);
     buffer.AddString('a');
     EXPECT_EQ(Bytes(buffer, 6), "111161110011") << "the high bytes stay as they were";
-    buffer.SetLength(2);
-    buffer.AddString(static_cast<char const *>(nullptr), 1);
-    EXPECT_EQ(Bytes(buffer, 6), "111161110011");
     buffer.SetLength(1);
+    buffer.AddString(static_cast<char const *>(nullptr), 1);
+    buffer.AddString("x", 0);
+    EXPECT_EQ(Bytes(buffer, 6), "111161110011") << "not even a terminator";
     buffer.AddString(wideText, 0);
     EXPECT_EQ(Bytes(buffer, 6), "111100110011");
     buffer.AddString(CKrWcharBuffer(wideText));
@@ -180,6 +180,8 @@ TEST(CKrWcharBuffer, CountsItsLengthsInCharacters)
     EXPECT_EQ(buffer.BufLength(), 8u);
     buffer.SetLength(3);
     EXPECT_EQ(buffer.BufLength(), 6u);
+    buffer.SetLength(4);
+    EXPECT_EQ(buffer.BufLength(), 6u) << "not less than the size";
     buffer.Get()[0] = 0x0100;
     buffer.SetLength();
     EXPECT_EQ(buffer.Length(), 1u);
