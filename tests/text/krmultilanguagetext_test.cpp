@@ -110,6 +110,15 @@ TEST(CKrMultiLanguageText, AnswersWithAnEmptyOutsideTextToo)
     EXPECT_EQ(text.GetLanguageText(OLESTR("it")), OLESTR("wall"));
 }
 
+TEST(CKrMultiLanguageText, HasNoReferenceLanguageWhereItsCodeIsEmpty)
+{
+    CKrMultiLanguageText text;
+    text.AddLanguageText(none, OLESTR("nowhere"));
+    text.m_bUseRefTextForMissingLanguage = true;
+    EXPECT_EQ(text.GetLanguageText(OLESTR("it")), none) << "though there is an entry for the empty code";
+    EXPECT_EQ(text.GetLanguageText(none), OLESTR("nowhere"));
+}
+
 TEST(CKrMultiLanguageText, SharesItsReferenceTextWithACopyButNotItsSwitches)
 {
     CString outside = OLESTR("wall");

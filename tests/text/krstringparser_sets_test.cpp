@@ -86,7 +86,9 @@ TEST(CKrStringParserSets, SortTextsByCodeUnits)
 
 TEST(CKrStringParserSets, ChangeNothingForAnotherType)
 {
-    CKrStringParser const others[] = {Integers(OLESTR("1;2")), Integers(OLESTR(""))};
+    CKrStringParser switched = Texts(OLESTR("2;1;1")); // holds texts beside its integers
+    switched.SetType(CKrStringParser::eParserTypeInt);
+    CKrStringParser const others[] = {Integers(OLESTR("1;2")), Integers(OLESTR("")), switched};
     for (CKrStringParser const & other : others)
     {
         CKrStringParser own = Texts(OLESTR("2;1;1"));

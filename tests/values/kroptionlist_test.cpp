@@ -142,6 +142,20 @@ TEST(CKrOptionList, AddsOrAssignsItems)
     EXPECT_EQ(Shown(list), OLESTR("a=other* "));
 }
 
+TEST(CKrOptionList, MakesAnAddedItemValid)
+{
+    CKrOptionList list;
+    CKrOptionListItem onlyText;
+    onlyText.SetText(OLESTR("A"));
+    EXPECT_NE(list.AddOption(onlyText), nullptr);
+    CKrOptionListItem onlyIdentifier;
+    onlyIdentifier.SetID(OLESTR("b"));
+    EXPECT_NE(list.AddOption(onlyIdentifier), nullptr);
+    EXPECT_EQ(Shown(list), OLESTR("A=A b=b "));
+    EXPECT_EQ(list.GetOption(OLESTR("A")), list.GetOptionAt(0));
+    EXPECT_EQ(onlyText.GetID(), none) << "the copy is made valid, not the argument";
+}
+
 TEST(CKrOptionList, AddsPairsAndLists)
 {
     CKrOptionList list;
