@@ -19,12 +19,12 @@ need() {
 }
 
 need_build() {
-    need g++ cmake ninja-build ccache libicu-dev
+    need g++ cmake ninja-build ccache libicu-dev libcli11-dev
 }
 
 need_tests() {
     need_build
-    need libgtest-dev zlib1g-dev pkg-config python3
+    need libgtest-dev zlib1g-dev pkg-config python3 python3-ezdxf
 }
 
 # build PRESET [TARGET...]: configures and builds. The compiler cache ignores where the tree lies, so that a fresh clone
