@@ -4,8 +4,7 @@
 #include "messages.h"
 #include "progress.h"
 
-#include <krplatform/base/lasterror.h>
-#include <krplatform/system/errorcodes.h>
+#include <krplatform/codepage/codepage.h>
 
 #include <algorithm>
 #include <random>
@@ -145,11 +144,6 @@ private:
     std::uint64_t m_offset = 0;
 };
 
-bool TellWriteFailure(CKrFileName const & target, std::error_code const & error)
-{
-    return Tell(eCannotWrite, TextOf(PathOf(target)), Widen(error.message(), 65001));
-}
-
 /// The old content under another name, without copying it where the file system can.
 bool KeepBackup(fs::path const & target, CString const & suffix, std::error_code & error)
 {
@@ -203,36 +197,37 @@ bool DrawingFile::Open(CKrFileName const & fileName, CString const & title)
     return m_stream.good() || Tell(eNoFile, title);
 }
 
-bool WriteDrawing(Drawing const & drawing, std::vector<Patch> patches, CKrFileName const & target,
-                  CString const & backupSuffix, Progress & progress)
+bool WriteDrawing(Drawing const & drawing, std::vector<Patch> patches, Target const & target, Progress & progress)
 {
     std::error_code error;
-    fs::path const path = Resolved(target);
+    fs::path const path = Resolved(target.fileName);
     if (fs::exists(path, error) && !fs::is_regular_file(path, error))
-        return Tell(eNoFile, TextOf(path));
+        return Tell(eNoFile, target.title);
+    if (!target.fileName.IsExistingPath())
+        return Tell(eNoFolder, target.title);
     DrawingFile source;
     TemporaryFile temporary(path);
     if (!source.Open(drawing.fileName, drawing.title))
         return false;
     if (!temporary.Open())
-        return TellSystemFailure(eCannotWrite, TextOf(path));
+        return TellSystemFailure(eCannotWrite, target.title);
 
     std::ranges::stable_sort(patches, {}, [](Patch const & patch) { return patch.old.offset; });
     Copier copier(source.GetStream(), temporary, drawing.size, progress);
     for (Patch const & patch : patches)
     {
         if (!copier.CopyTo(patch.old.offset) || !temporary.Write(patch.bytes))
-            return TellSystemFailure(eCannotWrite, TextOf(path));
+            return TellSystemFailure(eCannotWrite, target.title);
         if (!copier.Skip(patch.old.bytes))
             return Tell(eChangedMeanwhile, drawing.title);
     }
     if (!copier.CopyTo(drawing.size) || !temporary.Close())
-        return TellSystemFailure(eCannotWrite, TextOf(path));
+        return TellSystemFailure(eCannotWrite, target.title);
     if (!copier.IsAtEnd())
         return Tell(eChangedMeanwhile, drawing.title);
-    if (!backupSuffix.IsEmpty() && !KeepBackup(path, backupSuffix, error))
-        return TellWriteFailure(target, error);
-    return temporary.Replace(path, error) || TellWriteFailure(target, error);
+    bool const isReplaced = (target.backupSuffix.IsEmpty() || KeepBackup(path, target.backupSuffix, error)) &&
+                            temporary.Replace(path, error);
+    return isReplaced || Tell(eCannotWrite, target.title, Widen(error.message(), CP_UTF8));
 }
 
 } // namespace layeredit

@@ -45,10 +45,16 @@ struct Patch
     std::string bytes;
 };
 
-/// Copies the drawing with the patches, which do not overlap, to `target`: through a temporary file beside it and a rename. Where
-/// `backupSuffix` is not empty, the file that stood there keeps its content under its name with the suffix. False, with an error
-/// on the stack and `target` as it was.
-bool WriteDrawing(Drawing const & drawing, std::vector<Patch> patches, CKrFileName const & target,
-                  CString const & backupSuffix, Progress & progress);
+/// Where a drawing is written.
+struct Target
+{
+    CKrFileName fileName;
+    CString title;        ///< as the user wrote the name
+    CString backupSuffix; ///< the file that stood there keeps its content under its name with this; empty: it does not
+};
+
+/// Copies the drawing with the patches, which do not overlap, to the target: through a temporary file beside it and a rename. False, with
+/// an error on the stack and the target as it was.
+bool WriteDrawing(Drawing const & drawing, std::vector<Patch> patches, Target const & target, Progress & progress);
 
 } // namespace layeredit

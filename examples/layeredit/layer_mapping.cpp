@@ -180,7 +180,11 @@ void WriteOn(Drawing const &, Record & record, CKrProperty const & property)
 
 void WriteLineType(Drawing const & drawing, Record & record, CKrProperty const & property)
 {
-    LineType const * const lineType = FindLineType(drawing, property.GetString());
+    CString const name = property.GetString();
+    int const place = record.Find(eLineType);
+    if (place >= 0 && DecodeValue(record.GetAt(place).value, drawing.codePage).CompareNoCase(name) == 0)
+        return; // the same in another spelling, in a drawing whose tables lack it
+    LineType const * const lineType = FindLineType(drawing, name);
     record.SetText(eLineType, lineType ? lineType->nameBytes : Narrow(s_continuous), NeighboursOf(eLineType));
 }
 

@@ -60,6 +60,7 @@ constexpr Message s_messages[] = {
     { eBadNumber,          OLESTR("%s, line %ld: the drawing is damaged: group %d of a layer is \"%s\", which is no number for it; repair the line or save the drawing anew.") },
     { eNoName,             OLESTR("%s, line %ld: the drawing is damaged: a layer has no name; repair the record or save the drawing anew.") },
     { eNoFile,             OLESTR("%s: this is no regular file; give the name of a drawing.") },
+    { eNoFolder,           OLESTR("%s: the folder is not there; make it first.") },
     { eLostFileName,       OLESTR("%s: the name cannot be held as a file name (a colon or backslash in it, or a point at its end); rename it.") },
     { eCannotRead,         OLESTR("%s: the file cannot be read: %s") },
     { eCannotWrite,        OLESTR("%s: the file cannot be written: %s") },

@@ -33,6 +33,7 @@ enum MessageId : unsigned int
     eBadNumber,
     eNoName,
     eNoFile,
+    eNoFolder,
     eLostFileName,
     eCannotRead,
     eCannotWrite,

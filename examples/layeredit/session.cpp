@@ -103,13 +103,15 @@ void Session::LeaveOutReferences()
 
 bool Session::Write(Change const & change)
 {
-    CKrFileName target = m_drawing.fileName;
-    if (!m_options.inPlace && !MakeFileName(m_options.output, target))
+    Target target = {m_drawing.fileName, m_title, m_options.backupSuffix};
+    if (!m_options.inPlace)
+        target.title = m_options.output;
+    if (!m_options.inPlace && !MakeFileName(m_options.output, target.fileName))
         return false;
     if (m_options.inPlace && change.patches.empty())
         return true;
     Progress progress(m_title, ProgressStream(m_options));
-    return WriteDrawing(m_drawing, change.patches, target, m_options.backupSuffix, progress);
+    return WriteDrawing(m_drawing, change.patches, target, progress);
 }
 
 bool Session::Edit()
