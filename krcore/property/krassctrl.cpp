@@ -33,20 +33,14 @@ CKrAssCtrl::CKrAssCtrl(CKrAssCtrl const & other) = default;
 
 CKrAssCtrl & CKrAssCtrl::operator=(CKrAssCtrl const & other)
 {
-    if (this == &other)
-        return *this;
-    kr::detail::SelectionList selectionList(other.m_selectionList); // all that can fail comes before the first change
-    m_events.CopyFrom(other.m_events);
-    m_selectionList.Swap(selectionList);
-    m_type = other.m_type;
-    m_userCtrlType = other.m_userCtrlType;
-    m_visible = other.m_visible;
-    m_enabled = other.m_enabled;
-    m_tooltip = other.m_tooltip;
-    m_data = other.m_data;
-    m_selectionListEditable = other.m_selectionListEditable;
+    if (this != &other)
+        *this = CKrAssCtrl(other); // all that can fail comes before the first change
     return *this;
 }
+
+CKrAssCtrl::CKrAssCtrl(CKrAssCtrl && other) noexcept = default;
+
+CKrAssCtrl & CKrAssCtrl::operator=(CKrAssCtrl && other) noexcept = default;
 
 CKrAssCtrl::~CKrAssCtrl() = default;
 

@@ -40,6 +40,8 @@ public:
     /// Copies share the client's data pointer; events and selection list are copied.
     CKrAssCtrl(CKrAssCtrl const & other);
     CKrAssCtrl & operator=(CKrAssCtrl const & other);
+    CKrAssCtrl(CKrAssCtrl && other) noexcept;
+    CKrAssCtrl & operator=(CKrAssCtrl && other) noexcept;
     virtual ~CKrAssCtrl();
 
     /// Type, user control type, visible, enabled and tooltip. Deliberate: events, selection list and data do not count.

@@ -27,7 +27,16 @@ CKrAssCtrlOld::CKrAssCtrlOld(EObjType type, CString const & name) : m_type(type)
 
 CKrAssCtrlOld::CKrAssCtrlOld(CKrAssCtrlOld const & other) = default;
 
-CKrAssCtrlOld & CKrAssCtrlOld::operator=(CKrAssCtrlOld const & other) = default;
+CKrAssCtrlOld & CKrAssCtrlOld::operator=(CKrAssCtrlOld const & other)
+{
+    if (this != &other)
+        *this = CKrAssCtrlOld(other); // all that can fail comes before the first change
+    return *this;
+}
+
+CKrAssCtrlOld::CKrAssCtrlOld(CKrAssCtrlOld && other) noexcept = default;
+
+CKrAssCtrlOld & CKrAssCtrlOld::operator=(CKrAssCtrlOld && other) noexcept = default;
 
 CKrAssCtrlOld::~CKrAssCtrlOld() = default;
 

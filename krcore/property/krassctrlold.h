@@ -42,9 +42,11 @@ public:
     /// Copies share the client's data pointer; events and selection list are copied.
     CKrAssCtrlOld(CKrAssCtrlOld const & other);
     CKrAssCtrlOld & operator=(CKrAssCtrlOld const & other);
+    CKrAssCtrlOld(CKrAssCtrlOld && other) noexcept;
+    CKrAssCtrlOld & operator=(CKrAssCtrlOld && other) noexcept;
     virtual ~CKrAssCtrlOld();
 
-    /// All but events, selection list and data.
+    /// Deliberate: events, selection list and data do not count.
     bool operator==(CKrAssCtrlOld const & other) const;
 
     /// Without case; `eNoCtrl` for an unknown word, empty text for an unknown number.
@@ -74,7 +76,8 @@ public:
     void CreateSelectionList() { m_selectionList.Create(); }
     void ClearSelectionList() noexcept { m_selectionList.Clear(); }
     void SetSelectionList(std::vector<CKrVariant> const & values) { m_selectionList.Set(values); }
-    std::vector<CKrVariant> * GetSelectionList() const noexcept { return m_selectionList.Get(); }
+    std::vector<CKrVariant> * GetSelectionList() noexcept { return m_selectionList.Get(); }
+    std::vector<CKrVariant> const * GetSelectionList() const noexcept { return m_selectionList.Get(); }
     bool IsSelectionListEditable() const noexcept { return m_selectionListEditable; }
     void SetEditSelectionList(bool editable) noexcept { m_selectionListEditable = editable; }
     void AddEvent(CKrEvent::EventType type, CKrEvent const & event) { m_events.Add(type, event); }

@@ -48,14 +48,12 @@ public:
     SelectionList & operator=(SelectionList const & other)
     {
         if (this != &other)
-        {
-            SelectionList copy(other);
-            Swap(copy);
-        }
+            *this = SelectionList(other);
         return *this;
     }
+    SelectionList(SelectionList &&) noexcept = default;
+    SelectionList & operator=(SelectionList &&) noexcept = default;
 
-    void Swap(SelectionList & other) noexcept { m_values.swap(other.m_values); }
     void Create() { m_values = std::make_unique<std::vector<CKrVariant>>(); }
     void Clear() noexcept { m_values.reset(); }
     void Set(std::vector<CKrVariant> const & values) { m_values = std::make_unique<std::vector<CKrVariant>>(values); }

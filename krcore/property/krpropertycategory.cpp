@@ -2,6 +2,8 @@
 
 #include <krcore/diagnostics/krexception_guard.h>
 
+#include <utility>
+
 namespace kr::detail
 {
 
@@ -15,10 +17,7 @@ CKrPropertyCategory::CKrPropertyCategory(CString const & name, CString const & d
 CKrPropertyCategory::CKrPropertyCategory(CKrPropertyCategory const & other) : m_itemCtrl(other.m_itemCtrl)
 {
     for (auto const & property : other.m_properties)
-    {
-        if (property)
-            m_properties.push_back(std::make_unique<CKrPropertyOld>(*property));
-    }
+        m_properties.push_back(std::make_unique<CKrPropertyOld>(*property));
     if (other.m_categoryProperty)
         SetCategoryProperty(*other.m_categoryProperty);
 }
@@ -55,20 +54,20 @@ CKrPropertyOld * CKrPropertyCategory::Find(CString const & name) const
     return index < 0 ? nullptr : GetAt(static_cast<unsigned int>(index));
 }
 
-void CKrPropertyCategory::Insert(unsigned int index, CKrPropertyOld * property)
+void CKrPropertyCategory::Insert(unsigned int index, std::unique_ptr<CKrPropertyOld> property)
 {
-    m_properties.insert(m_properties.begin() + static_cast<std::ptrdiff_t>(index),
-                        std::unique_ptr<CKrPropertyOld>(property));
+    m_properties.insert(m_properties.begin() + static_cast<std::ptrdiff_t>(index), std::move(property));
 }
 
 void CKrPropertyCategory::Delete(CString const & name)
 {
     try
     {
+        CString const deleted(name); // which may be the name of a property that goes
         // Deliberate: the index moves on after a deletion too, so that the next property is not looked at.
         for (unsigned int index = 0; index < GetCount(); ++index)
         {
-            if (m_properties[index]->GetName() == name)
+            if (m_properties[index]->GetName() == deleted)
                 m_properties.erase(m_properties.begin() + static_cast<std::ptrdiff_t>(index));
         }
     }

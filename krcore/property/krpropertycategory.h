@@ -14,7 +14,7 @@ class CKrPropertyCategory
 {
 public:
     CKrPropertyCategory(CString const & name, CString const & description, bool visible);
-    /// A deep copy; null properties are skipped.
+    /// A deep copy.
     CKrPropertyCategory(CKrPropertyCategory const & other);
     CKrPropertyCategory & operator=(CKrPropertyCategory const &) = delete;
     /// Destroys the properties from the last to the first.
@@ -30,13 +30,13 @@ public:
     /// The first of that name.
     int FindIndex(CString const & name) const;
     CKrPropertyOld * Find(CString const & name) const;
-    /// Takes the property; the index must not exceed the count.
-    void Insert(unsigned int index, CKrPropertyOld * property);
+    /// The index must not exceed the count.
+    void Insert(unsigned int index, std::unique_ptr<CKrPropertyOld> property);
     /// Deletes the properties of that name but the second of two neighbours.
     void Delete(CString const & name);
 
 private:
-    std::vector<std::unique_ptr<CKrPropertyOld>> m_properties;
+    std::vector<std::unique_ptr<CKrPropertyOld>> m_properties; ///< never null
     CKrAssCtrlOld m_itemCtrl;
     std::unique_ptr<CKrPropertyOld> m_categoryProperty;
 };

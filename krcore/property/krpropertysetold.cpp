@@ -163,21 +163,28 @@ CKrPropertyOld * CKrPropertySetOld::CreateProperty(CString const & name, CKrProp
 
 bool CKrPropertySetOld::AddProperty(CKrPropertyOld * property, CString const & category)
 {
-    if (!property)
-        return false;
-    std::unique_ptr<CKrPropertyOld> owner(property); // until the category takes it
-    Category * const holder = CreatePropCategory(category, CString(), true);
-    holder->Insert(holder->GetCount(), owner.release());
-    return true;
+    std::unique_ptr<CKrPropertyOld> owner(property); // until the insertion takes it
+    unsigned int const end = GetCountProperties(category);
+    return InsertProperty(end, owner.release(), category);
 }
 
 bool CKrPropertySetOld::InsertProperty(unsigned int index, CKrPropertyOld * property, CString const & category)
 {
     if (!property)
         return false;
-    Category * const holder = CreatePropCategory(category, CString(), true);
+    std::unique_ptr<CKrPropertyOld> owner(property); // until the category takes it
+    std::unique_ptr<Category> made;
+    Category * holder = GetPropCategory(category);
+    if (!holder)
+    {
+        made = std::make_unique<Category>(EffectiveName(category), CString(), true);
+        holder = made.get();
+    }
     if (index <= holder->GetCount())
-        holder->Insert(index, property);
+        holder->Insert(index, std::move(owner));
+    if (made)
+        AddPropCategory(std::move(made)); // last, so that a failure leaves no empty one
+    static_cast<void>(owner.release());   // what is left is the caller's
     return true;
 }
 
