@@ -1,5 +1,6 @@
 // The samples of docs/property.md and of the headers.
 #include <krcore/property/krpropertyset.h>
+#include <krcore/property/krpropertysetold.h>
 
 #include <gtest/gtest.h>
 
@@ -40,4 +41,23 @@ TEST(PropertyPage, SampleOfATreeGivesWhatItSays)
     layer.GetSubProperty(OLESTR("Width"))->SetValueFromString(OLESTR("0,35"));
     EXPECT_EQ(layer.GetSubProperty(OLESTR("Width"))->GetAsString(), OLESTR("0.35"));
     EXPECT_EQ(layer.GetSubProperty(OLESTR("width")), nullptr);
+}
+
+TEST(PropertyPage, SampleOfTheOlderGenerationGivesWhatItSays)
+{
+    CKrPropertySetOld set;
+    CKrPropertyOld * const width = set.CreateProperty(OLESTR("Width"), OLESTR("General"));
+    width->SetType(CKrAssCtrlOld::eObjDouble);
+    width->SetValueFromString(OLESTR("0,35"));
+    EXPECT_EQ(width->GetDouble(), 0.35);
+    EXPECT_EQ(width->GetInt(), -1);
+    width->SetCtrlType(CKrAssCtrlOld::eFileNameCtrl);
+    EXPECT_TRUE(width->GetFileName().GetFullName(true).IsEmpty());
+}
+
+TEST(PropertyPage, SampleOfTheOlderPropertyGivesWhatItSays)
+{
+    CKrPropertyOld width(CKrPropertyOld::ECtrlType::eEditCtrl, OLESTR("Width"), true, true);
+    width.SetDouble(2.5);
+    EXPECT_EQ(width.GetInt(), -1);
 }
