@@ -1,6 +1,7 @@
 #include <krcore/datetime/krdatetime.h>
 
 #include <krcore/datetime/krdateoftime.h>
+#include <krcore/datetime/krinvariantdate.h>
 #include <krplatform/automation/vartext.h>
 
 CKrDate::CKrDate() noexcept = default;
@@ -50,7 +51,7 @@ CKrDate & CKrDate::Parse(CString const & text) { return Set(ParseText(text)); }
 
 CString CKrDate::Format(unsigned long lcid) const { return FormatPart(VAR_DATEVALUEONLY, lcid); }
 
-CString CKrDate::FormatInvariant() const { return Format(OLESTR("%Y-%m-%d")); }
+CString CKrDate::FormatInvariant() const { return IsValid() ? kr::detail::InvariantDate(m_value) : CString(); }
 
 CKrTime CKrDate::AsTime() const noexcept { return CKrTime(m_value); }
 

@@ -1,6 +1,7 @@
 #include <krcore/datetime/krdatetime.h>
 
 #include <krcore/datetime/krdateoftime.h>
+#include <krcore/datetime/krinvariantdate.h>
 
 #include <cmath>
 
@@ -91,7 +92,7 @@ CKrDateTime & CKrDateTime::Parse(CString const & text) { return Set(ParseText(te
 
 CString CKrDateTime::Format(unsigned long lcid) const { return FormatPart(0, lcid); }
 
-CString CKrDateTime::FormatInvariant() const { return Format(OLESTR("%Y-%m-%d %H:%M:%S")); }
+CString CKrDateTime::FormatInvariant() const { return IsValid() ? kr::detail::InvariantDateTime(m_value) : CString(); }
 
 CKrDate CKrDateTime::AsDate() const noexcept { return CKrDate(m_value); }
 

@@ -1,6 +1,7 @@
 #include <krcore/datetime/krdatetime.h>
 
 #include <krcore/datetime/krdateoftime.h>
+#include <krcore/datetime/krinvariantdate.h>
 #include <krplatform/automation/vartext.h>
 
 #include <cmath>
@@ -64,8 +65,10 @@ CString CKrDateTimeBase::FormatPart(unsigned long flags, unsigned long lcid) con
 
 COleDateTime CKrDateTimeBase::ParseText(CString const & text)
 {
-    DATE date = 0.0;
-    return SUCCEEDED(VarDateFromStr(text, LOCALE_USER_DEFAULT, 0, &date)) ? COleDateTime(date) : COleDateTime();
+    COleDateTime date;
+    if (!kr::detail::ReadInvariantDate(text, date))
+        VarDateFromStr(text, LOCALE_USER_DEFAULT, 0, &date.m_dt);
+    return date;
 }
 
 COleDateTime CKrDateTimeBase::ReadClock() noexcept { return kr::detail::DateOfTime(CTime::GetCurrentTime()); }

@@ -65,12 +65,15 @@ int LengthOfMonth(int year, int month)
     }
 }
 
+COleDateTime NewYear(int year) { return COleDateTime(year, 1, 1, 0, 0, 0); }
+
 // The weekday of 1 January, Monday as 0; 4 where there is no such date.
-int FirstWeekday(int year)
+int WeekdayOf(COleDateTime const & newYear)
 {
     constexpr int unknown = 4;
-    int const dayFromSunday = COleDateTime(year, 1, 1, 0, 0, 0).GetDayOfWeek(); // Sunday is 1
-    return dayFromSunday == COleDateTime::error ? unknown : (dayFromSunday + 5) % 7;
+    constexpr int ofDay0 = 5; // a Saturday
+    int const day = static_cast<int>(newYear.m_dt);
+    return newYear.GetStatus() == COleDateTime::valid ? (day % 7 + 7 + ofDay0) % 7 : unknown;
 }
 
 } // namespace
@@ -81,9 +84,11 @@ bool CKrDateTimeUtils::CalendarWeek(COleDateTime const & date, int & week) const
     if (date.GetStatus() != COleDateTime::valid)
         return false;
 
-    int const weekday = FirstWeekday(date.GetYear());
+    UDATE fields;
+    bool const isRead = date.GetAsUdate(fields);
+    int const weekday = WeekdayOf(NewYear(isRead ? fields.st.wYear : -1));
     bool const firstWeekIsShort = weekday >= 4; // the year begins on a Friday, Saturday or Sunday
-    int const place = date.GetDayOfYear() + weekday;
+    int const place = (isRead ? fields.wDayOfYear : -1) + weekday;
     if (firstWeekIsShort && place <= 7)
     {
         week = 53;
@@ -106,10 +111,11 @@ bool CKrDateTimeUtils::DateOfCalendarWeek(int week, int year, COleDateTime & fir
 {
     if (week < 1 || week > 53)
         return false;
-    int const weekday = FirstWeekday(year);
+    COleDateTime const newYear = NewYear(year);
+    int const weekday = WeekdayOf(newYear);
     int const offset = 7 * week - weekday - (weekday < 4 ? 7 : 0);
     // Whole days, so the dates grow evenly below 0 too.
-    first = COleDateTime(COleDateTime(year, 1, 1, 0, 0, 0).m_dt + offset);
+    first = COleDateTime(newYear.m_dt + offset);
     last = COleDateTime(first.m_dt + 6);
     return true;
 }

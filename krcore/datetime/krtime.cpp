@@ -1,6 +1,7 @@
 #include <krcore/datetime/krdatetime.h>
 
 #include <krcore/datetime/krdateoftime.h>
+#include <krcore/datetime/krinvariantdate.h>
 #include <krplatform/automation/vartext.h>
 
 CKrTime::CKrTime() noexcept = default;
@@ -47,7 +48,7 @@ CKrTime & CKrTime::Parse(CString const & text) { return Set(ParseText(text)); }
 
 CString CKrTime::Format(unsigned long lcid) const { return FormatPart(VAR_TIMEVALUEONLY, lcid); }
 
-CString CKrTime::FormatInvariant() const { return Format(OLESTR("%H:%M:%S")); }
+CString CKrTime::FormatInvariant() const { return IsValid() ? kr::detail::InvariantTime(m_value) : CString(); }
 
 CKrDate CKrTime::AsDate() const noexcept { return CKrDate(m_value); }
 
