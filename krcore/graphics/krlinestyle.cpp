@@ -23,13 +23,15 @@ static_assert(lineWeights.size() == 24 && std::ranges::is_sorted(lineWeights));
 int WeightOfWidth(double width)
 {
     double const hundredths = std::trunc(width * hundredthsPerMillimetre);
-    for (int const weight : lineWeights)
-        if (!(weight < hundredths))
-            return weight;
-    return lineWeights.back();
+    auto const found = std::lower_bound(lineWeights.begin(), lineWeights.end(), hundredths);
+    return found == lineWeights.end() ? lineWeights.back() : *found;
 }
 
-CString NameOrContinuous(CString const & name) { return name.IsEmpty() ? CString(OLESTR("CONTINUOUS")) : name; }
+template <class Measure>
+CKrLineStyle NamedOrContinuous(CString const & name, Measure measure)
+{
+    return name.IsEmpty() ? CKrLineStyle(OLESTR("CONTINUOUS"), measure) : CKrLineStyle(name, measure);
+}
 
 } // namespace
 
@@ -43,7 +45,7 @@ CKrLineStyle CKrLineStyle::AcadLineStyle() { return AcadLineStyle(0, CString());
 
 CKrLineStyle CKrLineStyle::AcadLineStyle(int weight, CString const & name)
 {
-    CKrLineStyle style(NameOrContinuous(name), weight);
+    CKrLineStyle style = NamedOrContinuous(name, weight);
     if (weight > 0)
         style.SetLineWidth(weight / hundredthsPerMillimetre);
     return style;
@@ -51,7 +53,7 @@ CKrLineStyle CKrLineStyle::AcadLineStyle(int weight, CString const & name)
 
 CKrLineStyle CKrLineStyle::AcadLineStyle(double width, CString const & name)
 {
-    CKrLineStyle style(NameOrContinuous(name), width);
+    CKrLineStyle style = NamedOrContinuous(name, width);
     style.SetLineWeight(WeightOfWidth(width));
     return style;
 }
