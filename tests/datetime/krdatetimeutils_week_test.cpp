@@ -152,6 +152,14 @@ TEST(CKrDateTimeUtilsWeek, Is53ForAValidDateOutsideTheCalendar)
         EXPECT_EQ(WeekOf(COleDateTime(value)), 53) << value;
 }
 
+TEST(CKrDateTimeUtilsWeek, CountsTheDayBeforeInTheNewYearForATimeThatRoundsUpToIt)
+{
+    double const newYear = COleDateTime(2021, 1, 1, 0, 0, 0).m_dt;
+    EXPECT_EQ(WeekOf(COleDateTime(newYear - 0.6 / 86400)), 53); // 31 December 2020, 23:59:59
+    EXPECT_EQ(WeekOf(COleDateTime(newYear - 0.4 / 86400)), 52); // the year is 2021, the day its 366th
+    EXPECT_EQ(WeekOf(COleDateTime(newYear)), 53);
+}
+
 TEST(CKrDateTimeUtilsWeek, OfAMomentIsThatOfItsLocalDay)
 {
     CKrDateTimeUtils const utils;
