@@ -111,7 +111,7 @@ void FillByKeyPlain(benchmark::State & state)
     {
         for (unsigned int row = 0; row < CountOf(state); ++row)
             for (std::u16string const & key : keys)
-                table.columns[table.places.find(key)->second].push_back(value);
+                table.columns[table.places.at(key)].push_back(value);
         state.PauseTiming();
         for (std::vector<std::u16string> & column : table.columns)
             std::vector<std::u16string>().swap(column);

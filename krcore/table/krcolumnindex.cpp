@@ -1,15 +1,23 @@
 #include <krcore/table/krcolumnindex.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace kr::detail
 {
 
 CString MakeColumnKey(CString const & name, int counter)
 {
-    CString ending;
-    ending.Format(OLESTR("_#%d#"), counter);
-    return name + ending;
+    WCHAR ending[] = OLESTR("_#0000000000#"); // as many digits as a counter may have
+    WCHAR * place = std::end(ending) - 2;     // on the last "#"
+    do
+    {
+        *--place = static_cast<WCHAR>(OLESTR('0') + counter % 10);
+        counter /= 10;
+    } while (counter != 0);
+    *--place = OLESTR('#');
+    *--place = OLESTR('_');
+    return name + place;
 }
 
 ColumnIndex::ColumnIndex(Columns const & columns) : m_changes(std::make_shared<std::size_t>(0))
@@ -55,7 +63,11 @@ void ColumnIndex::Inserted(Columns const & columns, std::size_t position)
     AddColumn(key, position);
     std::optional<CountedKey> const counted = TakeApart(key.View());
     if (Counters * const counters = CountersOf(counted))
+    {
         counters->released.erase(counted->counter);
+        if (counters->next == counted->counter)
+            ++counters->next;
+    }
     columns[position].m_key.Watch(m_changes);
     SeeColumns(columns);
 }

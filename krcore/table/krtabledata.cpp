@@ -125,7 +125,7 @@ CString CKrTableData::ConvertToString() const
 
 kr::detail::ColumnIndex * CKrTableData::CurrentIndex() const noexcept
 {
-    constexpr std::size_t fewColumns = 32; // are compared as fast as one is looked up
+    constexpr std::size_t fewColumns = 8; // are compared as fast as one is looked up
     if (m_index && !m_index->IsCurrent(*this))
         m_index.reset();
     if (!m_index && size() >= fewColumns)
