@@ -53,12 +53,7 @@ HRESULT VarR8FromStr(OLECHAR const * text, LCID locale, ULONG flags, double * va
 {
     return WithLocale(value, locale, flags, 0,
                       [&](LocaleFacts const & facts)
-                      {
-                          kr::detail::ParsedNumber number;
-                          if (!text || !kr::detail::ParseNumber(text, facts, number))
-                              return DISP_E_TYPEMISMATCH;
-                          return kr::detail::NumberToReal(number, *value);
-                      });
+                      { return text ? kr::detail::ParseReal(text, facts, *value) : DISP_E_TYPEMISMATCH; });
 }
 
 HRESULT VarBstrFromCy(CY value, LCID locale, ULONG flags, BSTR * text)

@@ -1,5 +1,6 @@
 #include <krplatform/coerce/number_parse.h>
 
+#include <krplatform/coerce/decimal_scaling.h>
 #include <krplatform/coerce/number_reader.h>
 #include <krplatform/text/casing.h>
 
@@ -72,6 +73,21 @@ bool ParseNumber(TextView text, LocaleFacts const & locale, ParsedNumber & numbe
     if (!trimmed.empty() && trimmed.front() == OLESTR('&'))
         return ReadBits(trimmed.substr(1), number);
     return ReadDecimal(trimmed, locale, number);
+}
+
+HRESULT ParseReal(TextView text, LocaleFacts const & locale, double & real)
+{
+    bool const isNegative = text.starts_with(OLESTR('-'));
+    WCHAR const * position = text.data() + (isNegative ? 1 : 0);
+    WCHAR const * const end = text.data() + text.size();
+    double magnitude = 0;
+    if (ReadPlainReal(position, end, locale.number.decimalMark, magnitude) && position == end)
+    {
+        real = isNegative ? -magnitude : magnitude;
+        return S_OK;
+    }
+    ParsedNumber number;
+    return ParseNumber(text, locale, number) ? NumberToReal(number, real) : DISP_E_TYPEMISMATCH;
 }
 
 } // namespace kr::detail

@@ -18,4 +18,8 @@ namespace kr::detail
 /// `&H1F` and `&O17` are bits, and take blanks around but no sign.
 bool ParseNumber(TextView text, LocaleFacts const & locale, ParsedNumber & number);
 
+/// Reads such a number as the nearest double. DISP_E_TYPEMISMATCH where the text is none, and the failures of
+/// `NumberToReal`; `real` then stays.
+HRESULT ParseReal(TextView text, LocaleFacts const & locale, double & real);
+
 } // namespace kr::detail

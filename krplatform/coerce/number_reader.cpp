@@ -1,5 +1,6 @@
 #include <krplatform/coerce/number_reader.h>
 
+#include <krplatform/coerce/decimal_scaling.h>
 #include <krplatform/text/casing.h>
 
 namespace kr::detail
@@ -142,7 +143,7 @@ private:
                 hasDigits = true;
                 unsigned const digit = static_cast<unsigned>(unit - OLESTR('0'));
                 exponent -= step;
-                if (count < ParsedNumber::leadingCapacity)
+                if (count < longestScaledDecimal)
                 {
                     leading = leading * 10 + digit;
                     if (leading == 0)

@@ -1,9 +1,8 @@
 #include <krplatform/coerce/parsed_number.h>
 
-#include <krplatform/coerce/powers_of_ten.h>
+#include <krplatform/coerce/decimal_scaling.h>
 
 #include <charconv>
-#include <cmath>
 #include <cstring>
 #include <limits>
 #include <string_view>
@@ -13,8 +12,6 @@ namespace kr::detail
 
 namespace
 {
-
-constexpr LONGLONG s_largestExactPower = exactPowersOfTen.size() - 1;
 
 // Ten to the power of this is above every double, and a tenth of the other below every one.
 constexpr LONGLONG s_tooLarge = 309;
@@ -32,37 +29,6 @@ bool IsBelowSmallest(ParsedNumber const & number)
 {
     LONGLONG const exponent = LeadingExponent(number);
     return exponent < s_tooSmall || (exponent == s_tooSmall && DigitsOf(number) < s_smallestDigits);
-}
-
-/// The sum in full is the sought number, up to a tiny part of the last place of `high`. Stores the nearest double, and
-/// tells whether it is the nearest whatever that part is.
-bool RoundSum(double high, double low, double & real)
-{
-    double const doubt = high * 0x1p-100;
-    real = high + (low - doubt);
-    return real == high + (low + doubt);
-}
-
-/// The nearest double of up to 19 digits times or over a power of ten that is exact itself, without a look at the single
-/// digits. False for other numbers, and where it cannot be sure.
-bool ScaleLeading(ParsedNumber const & number, double & real)
-{
-    LONGLONG const power = number.exponent < 0 ? -number.exponent : number.exponent;
-    if (number.count > ParsedNumber::leadingCapacity || power > s_largestExactPower)
-        return false;
-    double const scale = exactPowersOfTen[static_cast<std::size_t>(power)];
-    double const leading = static_cast<double>(number.leading);
-    // 19 digits stay below 2^64, and so does the double next to them
-    double const rest = static_cast<double>(static_cast<LONGLONG>(number.leading - static_cast<ULONGLONG>(leading)));
-    if (number.exponent < 0)
-    {
-        double const quotient = leading / scale;
-        double const remainder = std::fma(-quotient, scale, leading);
-        return RoundSum(quotient, (remainder + rest) / scale, real);
-    }
-    double const product = leading * scale;
-    double const error = std::fma(leading, scale, -product);
-    return RoundSum(product, error + rest * scale, real);
 }
 
 HRESULT ReadDigits(ParsedNumber const & number, double & real)
@@ -84,7 +50,7 @@ HRESULT ReadDigits(ParsedNumber const & number, double & real)
 
 HRESULT MagnitudeToReal(ParsedNumber const & number, double & real)
 {
-    if (ScaleLeading(number, real))
+    if (number.count <= longestScaledDecimal && ScaleDecimal(number.leading, number.exponent, real))
         return S_OK;
     if (IsBelowSmallest(number))
     {

@@ -11,13 +11,11 @@ struct ParsedNumber
 {
     /// No double needs more digits to be rounded rightly; of those that follow it only counts whether all are zero.
     static constexpr UINT capacity = 800;
-    /// Digits that fit into 64 bits whatever they are.
-    static constexpr UINT leadingCapacity = 19;
 
     bool isNegative;
     bool isBits;
     bool hasMore;      ///< digits other than zero follow the kept ones; bits are lost
-    ULONGLONG leading; ///< the first digits as a number, or the bits
+    ULONGLONG leading; ///< the first digits as a number, `longestScaledDecimal` at most, or the bits
     UINT count;        ///< digits kept; the first is no zero
     LONGLONG exponent; ///< the number is the kept digits, as an integer, times ten to this power
     char digits[capacity];

@@ -24,11 +24,7 @@ struct RealTarget
     /// The negative zero of a date is the same day as zero, and becomes it.
     HRESULT operator()(Moment source) const { return Store(source.days + 0.0); }
 
-    HRESULT operator()(TextView source) const
-    {
-        ParsedNumber number;
-        return ParseNumber(source, *locale, number) ? NumberToReal(number, real) : DISP_E_TYPEMISMATCH;
-    }
+    HRESULT operator()(TextView source) const { return ParseReal(source, *locale, real); }
 
 private:
     HRESULT Store(double value) const

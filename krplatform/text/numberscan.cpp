@@ -1,3 +1,4 @@
+#include <krplatform/coerce/decimal_scaling.h>
 #include <krplatform/text/casing.h>
 #include <krplatform/text/numberscan.h>
 
@@ -106,42 +107,35 @@ private:
     long long m_exponent = 0;
 };
 
-/// A number of up to 64 units without a sign. Decimals of few digits are quotients of two exact numbers, so that one
-/// division rounds them correctly; all others go to the standard library. False where the number is longer, or too
-/// large or small to be told.
+/// A plain number without a sign. False for any other, and where only a longer calculation can tell.
+bool ScanPlainReal(WCHAR const * text, std::size_t limit, ScannedReal & number)
+{
+    WCHAR const * const end = limit == noLimit ? nullptr : text + limit; // null: the terminator ends every number
+    WCHAR const * position = text;
+    double value = 0;
+    if (!ReadPlainReal(position, end, OLESTR('.'), value))
+        return false;
+    number = {static_cast<std::size_t>(position - text), value};
+    return true;
+}
+
+/// A number of up to 64 units without a sign, read by the standard library. False where the number is longer, or too large or
+/// small to be told.
 bool ScanShortReal(Reader reader, ScannedReal & number)
 {
-    constexpr double powers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     char text[64];
-    std::size_t length = 0, digits = 0, points = 0, digitsBeforePoint = 0;
-    std::uint64_t value = 0;
+    std::size_t length = 0;
     for (;; reader.Skip())
     {
         WCHAR const unit = reader.Peek();
         if (length == std::size(text))
             return false;
-        if (IsDecimalDigit(unit))
-        {
-            value = value * 10 + (unit - unsigned{'0'});
-            ++digits;
-        }
-        else if (unit == '.')
-        {
-            ++points;
-            digitsBeforePoint = digits;
-        }
-        else if ((unit | 0x20) != 'e' && unit != '+' && unit != '-')
+        if (!IsDecimalDigit(unit) && unit != '.' && (unit | 0x20) != 'e' && unit != '+' && unit != '-')
             break;
         text[length++] = static_cast<char>(unit);
     }
-    if (digits + points == length && points <= 1 && digits != 0 && digits < std::size(powers))
-    {
-        number = {length, static_cast<double>(value) / powers[points == 0 ? 0 : digits - digitsBeforePoint]};
-        return true;
-    }
     auto const [stop, error] = std::from_chars(text, text + length, number.value);
-    if (error == std::errc())
-        number.length = static_cast<std::size_t>(stop - text);
+    number.length = error == std::errc() ? static_cast<std::size_t>(stop - text) : 0;
     return error != std::errc::result_out_of_range;
 }
 
@@ -235,8 +229,10 @@ ScannedReal ScanReal(WCHAR const * text, std::size_t limit)
     if (IsDecimalDigit(reader.Peek()) || reader.Peek() == '.')
     {
         std::size_t const signLength = reader.GetPosition();
-        if (!ScanShortReal(reader, number))
-            number = ScanLongReal(text + signLength, Behind(limit, signLength));
+        WCHAR const * const digits = text + signLength;
+        std::size_t const rest = Behind(limit, signLength);
+        if (!ScanPlainReal(digits, rest, number) && !ScanShortReal(reader, number))
+            number = ScanLongReal(digits, rest);
         if (number.length != 0)
             number.length += signLength;
         if (isNegative)
