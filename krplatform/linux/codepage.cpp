@@ -75,7 +75,7 @@ CharacterBytes DefaultBytes(CodePageTable const & table, char const * defaultCha
     return TwoBytes(first, static_cast<BYTE>(defaultChar[1]));
 }
 
-/// One unit into sufficient room: whoever writes text unit by unit asks so, and saves a third of the time.
+/// One unit into room for two bytes: whoever converts text one by one asks so, and saves a third of the time.
 int NarrowUnit(CodePageTable const & table, Substitution substitution, WCHAR unit, char * bytes, BOOL * usedDefault)
 {
     CharacterBytes const found = BytesFor(unit, table, substitution);
@@ -84,14 +84,8 @@ int NarrowUnit(CodePageTable const & table, Substitution substitution, WCHAR uni
     return PutCharacter(bytes, found == noBytes ? substitution.bytes : found);
 }
 
-} // namespace
-
-} // namespace kr::detail
-
-using namespace kr::detail;
-
-int WideCharToMultiByte(UINT codePage, DWORD flags, WCHAR const * text, int length, char * bytes, int room,
-                        char const * defaultChar, BOOL * usedDefault)
+int NarrowAnyText(UINT codePage, DWORD flags, WCHAR const * text, int length, char * bytes, int room,
+                  char const * defaultChar, BOOL * usedDefault)
 {
     if (!AreBuffersUsable(text, length, bytes, room))
         return Fail(ERROR_INVALID_PARAMETER);
@@ -116,6 +110,27 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, WCHAR const * text, int leng
     return AnswerOf(conversion);
 }
 
+} // namespace
+
+} // namespace kr::detail
+
+using namespace kr::detail;
+
+int WideCharToMultiByte(UINT codePage, DWORD flags, WCHAR const * text, int length, char * bytes, int room,
+                        char const * defaultChar, BOOL * usedDefault)
+{
+    if (codePage == CP_UTF8 && flags == 0 && length == 1 && room >= 3 && AreBuffersUsable(text, length, bytes, room))
+    {
+        if (int const count = NarrowUnitToUtf8(*text, bytes); count != 0)
+        {
+            if (usedDefault)
+                *usedDefault = false;
+            return count;
+        }
+    }
+    return NarrowAnyText(codePage, flags, text, length, bytes, room, defaultChar, usedDefault);
+}
+
 int MultiByteToWideChar(UINT codePage, DWORD flags, char const * bytes, int length, WCHAR * text, int room)
 {
     if (!AreBuffersUsable(bytes, length, text, room))
@@ -129,6 +144,15 @@ int MultiByteToWideChar(UINT codePage, DWORD flags, char const * bytes, int leng
 
     bool const validOnly = (flags & MB_ERR_INVALID_CHARS) != 0;
     std::string_view const view = ViewOf(bytes, length);
+    if (table && room > 0)
+    {
+        DecodedCharacter const character = DecodeCharacter(*table, view);
+        if (character.size == view.size() && (character.isValid || !validOnly))
+        {
+            *text = character.unit;
+            return 1;
+        }
+    }
     Destination<WCHAR> const destination = DestinationOf(text, room);
     return AnswerOf(isUtf8 ? WidenUtf8(validOnly, view, destination)
                            : WidenBytes(*table, validOnly, view, destination));

@@ -8,29 +8,6 @@ namespace kr::detail
 namespace
 {
 
-struct DecodedCharacter
-{
-    WCHAR unit;
-    std::size_t size;
-    bool isValid;
-};
-
-/// A private unit stands for a byte that the page leaves undefined.
-bool StandsForUndefinedByte(WCHAR unit) { return unit >= 0xF880 && unit < 0xF8FF; }
-
-DecodedCharacter DecodeCharacter(CodePageTable const & table, std::string_view bytes)
-{
-    auto const first = static_cast<BYTE>(bytes[0]);
-    bool const isLead = table.IsLead(first);
-    if (isLead && (bytes.size() == 1 || bytes[1] == 0)) // a zero that ends the text is never swallowed
-        return {table.GetDefaultUnit(), 1, false};
-    WCHAR const unit = table.UnitOf(isLead ? TwoBytes(first, static_cast<BYTE>(bytes[1])) : first);
-    std::size_t const size = isLead ? 2 : 1;
-    if (unit == noUnit)
-        return {table.GetDefaultUnit(), size, false};
-    return {unit, size, isLead || !StandsForUndefinedByte(unit)};
-}
-
 template <class Output>
 bool PutBytes(Output & output, CharacterBytes bytes)
 {

@@ -50,6 +50,30 @@ inline int PutCharacter(char * room, CharacterBytes bytes)
     return 2;
 }
 
+struct DecodedCharacter
+{
+    WCHAR unit;
+    std::size_t size; ///< bytes
+    bool isValid;
+};
+
+/// A private unit stands for a byte that the page leaves undefined.
+inline bool StandsForUndefinedByte(WCHAR unit) { return unit >= 0xF880 && unit < 0xF8FF; }
+
+/// The first character of `bytes`, which are not empty; the page's default unit where they have none.
+inline DecodedCharacter DecodeCharacter(CodePageTable const & table, std::string_view bytes)
+{
+    auto const first = static_cast<BYTE>(bytes[0]);
+    bool const isLead = table.IsLead(first);
+    if (isLead && (bytes.size() == 1 || bytes[1] == 0)) // a zero that ends the text is never swallowed
+        return {table.GetDefaultUnit(), 1, false};
+    WCHAR const unit = table.UnitOf(isLead ? TwoBytes(first, static_cast<BYTE>(bytes[1])) : first);
+    std::size_t const size = isLead ? 2 : 1;
+    if (unit == noUnit)
+        return {table.GetDefaultUnit(), size, false};
+    return {unit, size, isLead || !StandsForUndefinedByte(unit)};
+}
+
 /// `usedDefault` becomes true when the substitute is used.
 Conversion NarrowText(CodePageTable const & table, Substitution substitution, TextView text,
                       Destination<char> destination, bool & usedDefault);
@@ -60,6 +84,9 @@ Conversion WidenBytes(CodePageTable const & table, bool validOnly, std::string_v
 
 /// A lone surrogate is an error with `validOnly`, else it becomes U+FFFD and sets `usedDefault`.
 Conversion NarrowToUtf8(bool validOnly, TextView text, Destination<char> destination, bool & usedDefault);
+
+/// One unit into room for three bytes. The number of its bytes; 0, with nothing written, for a surrogate.
+int NarrowUnitToUtf8(WCHAR unit, char * bytes);
 
 /// Each longest beginning of a character that does not go on as one, and each byte that begins none, is an error with
 /// `validOnly`, else U+FFFD. Deliberate: at the very end of the text a pair of surrogates for which there is one place

@@ -134,6 +134,12 @@ Conversion NarrowToUtf8(bool validOnly, TextView text, Destination<char> destina
     return ConvertInto(destination, [&](auto & output) { return NarrowInto(output, validOnly, text, usedDefault); });
 }
 
+int NarrowUnitToUtf8(WCHAR unit, char * bytes)
+{
+    WritingOutput<char> output({bytes, 3});
+    return !IsSurrogate(unit) && PutUtf8(output, unit) ? static_cast<int>(output.GetCount()) : 0;
+}
+
 Conversion WidenUtf8(bool validOnly, std::string_view bytes, Destination<WCHAR> destination)
 {
     return ConvertInto(destination, [&](auto & output) { return WidenInto(output, validOnly, bytes); });
