@@ -228,7 +228,8 @@ public:
     friend bool operator==(CStringT const & left, CStringT const & right) noexcept
     {
         std::size_t const size = left.View().size() * sizeof(Char);
-        return left.GetLength() == right.GetLength() && std::memcmp(left.m_text, right.m_text, size) == 0;
+        return left.m_text == right.m_text || // copies share their block
+               (left.GetLength() == right.GetLength() && std::memcmp(left.m_text, right.m_text, size) == 0);
     }
     friend bool operator==(CStringT const & left, Char const * right) noexcept { return left.Compare(right) == 0; }
     friend auto operator<=>(CStringT const & left, CStringT const & right) noexcept

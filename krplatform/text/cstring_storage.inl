@@ -22,7 +22,7 @@ namespace kr::detail
 
 /// The room that a text of that length is given when more is put to it, since still more will follow; none for empty
 /// texts, which mostly stay as long as they are made.
-constexpr std::size_t GrownCapacity(std::size_t length) { return length == 0 ? 0 : length + length / 2 + 16; }
+constexpr std::size_t GrownCapacity(std::size_t length) { return length == 0 ? 0 : 2 * length + 16; }
 
 } // namespace kr::detail
 

@@ -4,7 +4,6 @@
 #include <krplatform/base/types.h>
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -35,33 +34,21 @@ void MoveUnits(Char * destination, Char const * source, std::size_t count) noexc
         std::memmove(destination, source, count * sizeof(Char));
 }
 
-/// The place of the first unit in which two words differ.
-template <class Char>
-std::size_t FirstDifference(std::uint64_t difference) noexcept
-{
-    int const bits =
-        std::endian::native == std::endian::little ? std::countr_zero(difference) : std::countl_zero(difference);
-    return static_cast<std::size_t>(bits) / (8 * sizeof(Char));
-}
-
-/// The number of units at the beginning that both have in common, a word of eight bytes at a time.
+/// The number of units at the beginning that both have in common, two words of eight bytes at a time.
 template <class Char>
 std::size_t CommonLength(Char const * left, Char const * right, std::size_t count) noexcept
 {
-    constexpr std::size_t step = sizeof(std::uint64_t) / sizeof(Char);
-    auto const differenceAt = [left, right](std::size_t index)
+    constexpr std::size_t step = 2 * sizeof(std::uint64_t) / sizeof(Char);
+    auto const areSame = [left, right](std::size_t index)
     {
-        std::uint64_t leftWord, rightWord;
-        std::memcpy(&leftWord, left + index, sizeof leftWord);
-        std::memcpy(&rightWord, right + index, sizeof rightWord);
-        return leftWord ^ rightWord;
+        std::uint64_t leftWords[2], rightWords[2];
+        std::memcpy(leftWords, left + index, sizeof leftWords);
+        std::memcpy(rightWords, right + index, sizeof rightWords);
+        return ((leftWords[0] ^ rightWords[0]) | (leftWords[1] ^ rightWords[1])) == 0;
     };
     std::size_t index = 0;
-    for (; index + step <= count; index += step)
-    {
-        if (std::uint64_t const difference = differenceAt(index); difference != 0)
-            return index + FirstDifference<Char>(difference);
-    }
+    while (index + step <= count && areSame(index))
+        index += step;
     while (index < count && left[index] == right[index])
         ++index;
     return index;
