@@ -88,6 +88,9 @@ public:
     void InsertSubProperty(unsigned int index, CKrProperty * property);
     /// The first of that name, or null.
     CKrProperty * GetSubProperty(CString const & name) const;
+    /// The same. Where a wide node is asked for its names in their order, as in a walk through two alike nodes, the index that it is
+    /// expected at saves the search.
+    CKrProperty * GetSubProperty(CString const & name, unsigned int expectedIndex) const;
     CKrProperty * GetSubPropertyAt(unsigned int index) const;
     unsigned int GetSubPropertyCount() const noexcept;
     /// The index of the first of that name, or -1.

@@ -3,7 +3,6 @@
 
 #include <krcore/property/krnameindex.h>
 
-#include <algorithm>
 #include <utility>
 
 CKrProperty::Children CKrProperty::CloneChildren() const
@@ -59,10 +58,11 @@ bool CKrProperty::ChangeValue(CKrProperty const & other)
     if (m_name != other.m_name)
         return false;
     m_value = other.m_value;
-    for (auto const & child : m_children)
+    for (unsigned int index = 0; index < m_children.size(); ++index)
     {
-        if (CKrProperty const * const counterpart = other.GetSubProperty(child->m_name))
-            child->ChangeValue(*counterpart);
+        CKrProperty & child = *m_children[index];
+        if (CKrProperty const * const counterpart = other.GetSubProperty(child.m_name, index))
+            child.ChangeValue(*counterpart);
     }
     return true;
 }
@@ -77,13 +77,16 @@ bool CKrProperty::IsDeepEqual(CKrProperty const & other) const
 {
     if (this == &other)
         return true;
-    return IsEqual(other) && std::all_of(m_children.begin(), m_children.end(),
-                                         [&other](auto const & child)
-                                         {
-                                             CKrProperty const * const counterpart =
-                                                 other.GetSubProperty(child->m_name);
-                                             return counterpart && child->IsDeepEqual(*counterpart);
-                                         });
+    if (!IsEqual(other))
+        return false;
+    for (unsigned int index = 0; index < m_children.size(); ++index)
+    {
+        CKrProperty const & child = *m_children[index];
+        CKrProperty const * const counterpart = other.GetSubProperty(child.m_name, index);
+        if (!counterpart || !child.IsDeepEqual(*counterpart))
+            return false;
+    }
+    return true;
 }
 
 bool CKrProperty::operator==(CKrProperty const & other) const

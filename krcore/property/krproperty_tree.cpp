@@ -41,6 +41,14 @@ CKrProperty * CKrProperty::GetSubProperty(CString const & name) const
     return index < 0 ? nullptr : m_children[static_cast<std::size_t>(index)].get();
 }
 
+CKrProperty * CKrProperty::GetSubProperty(CString const & name, unsigned int expectedIndex) const
+{
+    bool const isFirstOfItsName = m_index && m_index->AreDistinct();
+    if (isFirstOfItsName && expectedIndex < m_children.size() && m_children[expectedIndex]->m_name == name)
+        return m_children[expectedIndex].get();
+    return GetSubProperty(name);
+}
+
 CKrProperty * CKrProperty::GetSubPropertyAt(unsigned int index) const
 {
     return index < m_children.size() ? m_children[index].get() : nullptr;

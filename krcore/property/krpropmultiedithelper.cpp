@@ -48,7 +48,7 @@ bool CKrPropMultiEditHelperBase::UpdatePropSet(CKrPropertySet & set)
 CKrProperty * CKrPropMultiEditHelperBase::FindCounterpart(CKrProperty const & child, unsigned int index,
                                                           CKrProperty const & other) const
 {
-    return m_commonStruct ? other.GetSubPropertyAt(index) : other.GetSubProperty(child.GetName());
+    return m_commonStruct ? other.GetSubPropertyAt(index) : other.GetSubProperty(child.GetName(), index);
 }
 
 bool CKrPropMultiEditHelperBase::PrepareProperty(CKrProperty & main, CKrProperty const & source)

@@ -140,8 +140,8 @@ TEST(CKrPropertyCompareDeep, MakesOneIndexForAWideNode)
         return first;
     };
     std::size_t const ofThousand = allocationsOfAComparison(1000);
-    EXPECT_GE(ofThousand, 1000u);
-    EXPECT_LE(ofThousand, 1050u);
+    EXPECT_GE(ofThousand, 1u);
+    EXPECT_LE(ofThousand, 20u);
 }
 
 TEST(CKrPropertyChangeValue, TakesPayloadAndTagAndNothingElse)

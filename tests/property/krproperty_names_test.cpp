@@ -81,13 +81,52 @@ TEST(NameIndex, FindsTheFirstOfEqualNamesAndRegardsCase)
     EXPECT_EQ(index.Find(OLESTR("A")), -1);
 }
 
-TEST(NameIndex, SaysWhenMemoryRunsOut)
+TEST(NameIndex, KnowsWhetherANameStandsTwice)
+{
+    kr::detail::NameIndex index;
+    EXPECT_TRUE(index.AreDistinct());
+    index.TryAppend(OLESTR("a"), 0);
+    index.TryAppend(OLESTR("A"), 1);
+    EXPECT_TRUE(index.AreDistinct());
+    index.TryAppend(OLESTR("a"), 2);
+    EXPECT_FALSE(index.AreDistinct());
+    index.TryAppend(OLESTR("b"), 3);
+    EXPECT_FALSE(index.AreDistinct());
+}
+
+TEST(NameIndex, FindsAllOfManyNamesAndNoOthers)
+{
+    kr::detail::NameIndex index;
+    EXPECT_EQ(index.Find(Name(0)), -1);
+    for (int number = 0; number < 10000; ++number)
+        ASSERT_TRUE(index.TryAppend(Name(static_cast<unsigned int>(number)), number));
+    for (int number = 0; number < 10000; ++number)
+        ASSERT_EQ(index.Find(Name(static_cast<unsigned int>(number))), number);
+    EXPECT_EQ(index.Find(Name(10000)), -1);
+    EXPECT_TRUE(index.AreDistinct());
+}
+
+TEST(NameIndex, SaysWhenMemoryRunsOutAndKeepsWhatItHas)
 {
     kr::detail::NameIndex index;
     CString const name = OLESTR("a");
-    FailNthAllocation const fail(1);
-    EXPECT_FALSE(index.TryAppend(name, 0));
-    EXPECT_TRUE(fail.HasFailed());
+    {
+        FailNthAllocation const fail(1);
+        EXPECT_FALSE(index.TryAppend(name, 0));
+        EXPECT_TRUE(fail.HasFailed());
+    }
+    EXPECT_EQ(index.Find(name), -1);
+    EXPECT_TRUE(index.TryAppend(name, 0));
+    bool fits = true;
+    for (unsigned int number = 0; fits && number < 10000; ++number)
+    {
+        CString const next = Name(number);
+        FailNthAllocation const fail(1);
+        fits = index.TryAppend(next, static_cast<int>(number) + 1);
+    }
+    EXPECT_FALSE(fits);
+    EXPECT_EQ(index.Find(name), 0);
+    EXPECT_EQ(index.Find(Name(0)), 1);
 }
 
 TEST(NameIndex, IsWorthMakingForManyChildrenThatAreSearchedOften)
@@ -96,6 +135,40 @@ TEST(NameIndex, IsWorthMakingForManyChildrenThatAreSearchedOften)
     EXPECT_TRUE(kr::detail::NameIndex::IsWorthMaking(32, 128));
     EXPECT_FALSE(kr::detail::NameIndex::IsWorthMaking(32, 127));
     EXPECT_FALSE(kr::detail::NameIndex::IsWorthMaking(1000, 3999));
+}
+
+TEST(CKrPropertyNames, AreFoundWhereTheyAreExpectedAndElsewhere)
+{
+    for (unsigned int const count : {3u, 100u})
+    {
+        CKrProperty node;
+        AddNumbered(node, count);
+        for (int round = 0; round < 10; ++round)
+        {
+            for (unsigned int index = 0; index < count; ++index)
+            {
+                CString const name = Name(index);
+                CKrProperty * const expected = node.GetSubPropertyAt(index);
+                ASSERT_EQ(node.GetSubProperty(name, index), expected);
+                ASSERT_EQ(node.GetSubProperty(name, index + 1), expected);
+                ASSERT_EQ(node.GetSubProperty(name, count), expected);
+                ASSERT_EQ(node.GetSubProperty(name, 4000000000u), expected);
+            }
+            ASSERT_EQ(node.GetSubProperty(Name(count), 0), nullptr);
+        }
+    }
+}
+
+TEST(CKrPropertyNames, StandForTheFirstOfEqualOnesAlsoWhereAnotherIsExpected)
+{
+    CKrProperty node;
+    AddNumbered(node, 100);
+    node.AddSubProperty(new CKrProperty(Name(7), CString(), true, true));
+    for (int round = 0; round < 1000; ++round)
+        ASSERT_EQ(node.GetSubProperty(Name(7), 100), node.GetSubPropertyAt(7));
+    delete node.RemoveSubProperty(Name(7));
+    for (int round = 0; round < 1000; ++round)
+        ASSERT_EQ(node.GetSubProperty(Name(7), 99), node.GetSubPropertyAt(99));
 }
 
 TEST(CKrPropertyNames, AreIndexedOnceAWideNodeIsSearchedOften)
@@ -166,19 +239,19 @@ TEST(CKrPropertyNames, AreForgottenWithEachChange)
 TEST(CKrPropertyNames, AreFoundWhenNoMemoryIsLeft)
 {
     CKrProperty node;
-    AddNumbered(node, 40);
-    CString const last = Name(39), added = Name(40);
+    AddNumbered(node, 64); // as many as the first index has room for
+    CString const last = Name(63), added = Name(64);
     for (std::size_t n = 1; n < 60; ++n)
     {
         FailNthAllocation const fail(n);
         for (int time = 0; time < 20; ++time)
-            ASSERT_EQ(node.FindSubPropertyIndex(last), 39);
+            ASSERT_EQ(node.FindSubPropertyIndex(last), 63);
         node.GetSubPropertyAt(0)->SetName(node.GetSubPropertyAt(0)->GetName()); // so that the index is made anew
     }
     // A child that the index has no room for is found as well.
     SearchLast(node, last, 20);
     auto child = std::make_unique<CountedProperty>(added);
-    node.InsertSubProperty(40, new CountedProperty(OLESTR("room")));
+    node.InsertSubProperty(64, new CountedProperty(OLESTR("room")));
     delete node.RemoveSubProperty(OLESTR("room"));
     SearchLast(node, last, 20);
     {
@@ -186,8 +259,8 @@ TEST(CKrPropertyNames, AreFoundWhenNoMemoryIsLeft)
         node.AddSubProperty(child.release()); // the list has room
         EXPECT_TRUE(fail.HasFailed());
     }
-    EXPECT_EQ(node.FindSubPropertyIndex(added), 40);
-    ExpectFound(node, 41);
+    EXPECT_EQ(node.FindSubPropertyIndex(added), 64);
+    ExpectFound(node, 65);
 }
 
 TEST(CKrPropertyNames, AreFoundAsByTheObviousSearchThroughAnyChanges)
