@@ -1,85 +1,50 @@
 // The platform's types: text, numbers as text, coercion, code pages.
+#include "bench/string_rows.h"
+
 #include <krplatform/krplatform.h>
 
 #include <benchmark/benchmark.h>
 
 #include <charconv>
+#include <cstdio>
 #include <string>
 
 namespace
 {
 
-constexpr WCHAR const * words = OLESTR("a wall of 24 units, more or less");
-
-void CopyText_KrCore(benchmark::State & state)
+struct KrCore
 {
-    CString const source(words);
-    for (auto _ : state)
-    {
-        CString copy(source);
-        benchmark::DoNotOptimize(copy);
-    }
-}
-BENCHMARK(CopyText_KrCore)->Name("CopyText/KrCore");
+    static constexpr char const * name = "KrCore";
+    using Text = CString;
+    static constexpr WCHAR unit = OLESTR('x');
 
-void CopyText_Standard(benchmark::State & state)
-{
-    std::u16string const source(words);
-    for (auto _ : state)
-    {
-        std::u16string copy(source);
-        benchmark::DoNotOptimize(copy);
-    }
-}
-BENCHMARK(CopyText_Standard)->Name("CopyText/std::u16string");
-
-template <class Text>
-void AppendUnits(benchmark::State & state)
-{
-    for (auto _ : state)
-    {
-        Text text;
-        for (int index = 0; index < 100; ++index)
-            text += OLESTR('x');
-        benchmark::DoNotOptimize(text);
-    }
-}
-BENCHMARK(AppendUnits<CString>)->Name("Append100Units/KrCore");
-BENCHMARK(AppendUnits<std::u16string>)->Name("Append100Units/std::u16string");
-
-template <class Text>
-void CompareTexts(benchmark::State & state)
-{
-    Text const left(words);
-    Text const right = left + OLESTR("!");
-    for (auto _ : state)
-        benchmark::DoNotOptimize(left < right);
-}
-BENCHMARK(CompareTexts<CString>)->Name("CompareTexts/KrCore");
-BENCHMARK(CompareTexts<std::u16string>)->Name("CompareTexts/std::u16string");
-
-void FormatText_KrCore(benchmark::State & state)
-{
-    CString const name(OLESTR("wall"));
-    for (auto _ : state)
+    static Text MakeText(char const * text) { return CString(text); }
+    static Text Format(Text const & name, int index, int count, double width)
     {
         CString text;
-        text.Format(OLESTR("%s: %d of %d (%5.2f)"), name, 3, 17, 0.35);
-        benchmark::DoNotOptimize(text);
+        text.Format(OLESTR("%s: %d of %d (%5.2f)"), name, index, count, width);
+        return text;
     }
-}
-BENCHMARK(FormatText_KrCore)->Name("FormatText/KrCore");
+};
 
-void FormatText_Runtime(benchmark::State & state)
+/// The standard has no formatting of such texts; the row of the runtime stands beside ours.
+struct Standard
 {
-    for (auto _ : state)
+    static constexpr char const * name = "std::u16string";
+    using Text = std::u16string;
+    static constexpr char16_t unit = u'x';
+
+    static Text MakeText(char const * text) { return Text(text, text + std::char_traits<char>::length(text)); }
+    static std::string Format(Text const &, int index, int count, double width)
     {
         char text[64];
-        std::snprintf(text, sizeof text, "%s: %d of %d (%5.2f)", "wall", 3, 17, 0.35);
-        benchmark::DoNotOptimize(text);
+        std::snprintf(text, sizeof text, "%s: %d of %d (%5.2f)", "wall", index, count, width);
+        return text;
     }
-}
-BENCHMARK(FormatText_Runtime)->Name("FormatText/snprintf");
+};
+
+[[maybe_unused]] bool const s_registered =
+    (kr::bench::RegisterStringRows<KrCore>(), kr::bench::RegisterStringRows<Standard>(), true);
 
 constexpr double numbers[] = {0.1, 2.5, 1.0 / 3, 12345.678, 1e20, 3.0e-7, 44197.75, 1e15};
 
@@ -167,6 +132,6 @@ void UnitToCodePage(benchmark::State & state)
                                                      bytes, 4, nullptr, &usedDefault));
     }
 }
-BENCHMARK(UnitToCodePage)->Name("UnitToCodePage/KrCore")->Arg(1252)->Arg(932)->Arg(CP_UTF8);
+BENCHMARK(UnitToCodePage)->Name("UnitToCodePage/KrCore")->Arg(CP_ACP)->Arg(1252)->Arg(932)->Arg(CP_UTF8);
 
 } // namespace

@@ -1,126 +1,116 @@
-// Sets of properties: build, find, copy, compare, sort, walk, edit as one; with the growth in n.
+// Sets of properties: build, find, copy, compare, sort, walk, edit as one.
+#include "bench/property_rows.h"
+
 #include <krcore/property/krpropertyset.h>
 #include <krcore/property/krpropertyutils.h>
-
-#include <benchmark/benchmark.h>
 
 namespace
 {
 
-constexpr unsigned int categories = 10;
+using namespace kr::bench;
 
-CString NameOf(WCHAR const * prefix, unsigned int number)
+struct KrCore
 {
-    CString name;
-    name.Format(OLESTR("%s%u"), prefix, number);
-    return name;
-}
+    static constexpr char const * name = "KrCore";
+    using Text = CString;
+    using Tree = CKrPropertySet;
 
-CKrPropertySet MakeSet(unsigned int count)
-{
-    CKrPropertySet set;
-    for (unsigned int category = 0; category < categories; ++category)
-    {
-        CString const name = NameOf(OLESTR("category"), category);
-        for (unsigned int index = 0; index < count / categories; ++index)
-            set.CreateProperty(NameOf(OLESTR("property"), index), CKrProperty::ePropInt, name)
-                ->SetInt(static_cast<int>(index));
-    }
-    return set;
-}
-
-unsigned int CountOf(benchmark::State const & state) { return static_cast<unsigned int>(state.range(0)); }
-
-void Build(benchmark::State & state)
-{
-    for (auto _ : state)
-        benchmark::DoNotOptimize(MakeSet(CountOf(state)));
-    state.SetComplexityN(state.range(0));
-}
-BENCHMARK(Build)->RangeMultiplier(10)->Range(100, 100000)->Complexity();
-
-void Find(benchmark::State & state)
-{
-    CKrPropertySet const set = MakeSet(CountOf(state));
-    CString const name = NameOf(OLESTR("property"), CountOf(state) / categories - 1);
-    CString const category(OLESTR("category9"));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(set.GetProperty(name, category));
-    state.SetComplexityN(state.range(0));
-}
-BENCHMARK(Find)->RangeMultiplier(10)->Range(100, 100000)->Complexity();
-
-void DeepCopy(benchmark::State & state)
-{
-    CKrPropertySet const set = MakeSet(CountOf(state));
-    for (auto _ : state)
-    {
-        CKrPropertySet copy(set);
-        benchmark::DoNotOptimize(copy);
-    }
-    state.SetComplexityN(state.range(0));
-}
-BENCHMARK(DeepCopy)->RangeMultiplier(10)->Range(100, 100000)->Complexity();
-
-void DeepCompare(benchmark::State & state)
-{
-    CKrPropertySet const set = MakeSet(CountOf(state));
-    CKrPropertySet const other(set);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(set.IsEqual(other));
-    state.SetComplexityN(state.range(0));
-}
-BENCHMARK(DeepCompare)->RangeMultiplier(10)->Range(100, 100000)->Complexity();
-
-void Sort(benchmark::State & state)
-{
-    CKrPropertySet const set = MakeSet(CountOf(state));
-    for (auto _ : state)
-    {
-        state.PauseTiming();
-        CKrPropertySet copy(set);
-        state.ResumeTiming();
-        copy.AlphabeticSortProperties(CString());
-    }
-    state.SetComplexityN(state.range(0));
-}
-BENCHMARK(Sort)->RangeMultiplier(10)->Range(100, 100000)->Complexity();
-
-void Walk(benchmark::State & state)
-{
     struct Counter : kr::visitor<CKrProperty>
     {
         bool Action(CKrProperty *) override { return ++count > 0; }
         int count = 0;
     };
-    CKrPropertySet set = MakeSet(CountOf(state));
-    for (auto _ : state)
+    struct Category
+    {
+        Tree & tree;
+        Text const & name;
+    };
+
+    static Text MakeText(std::string const & text) { return CString(text.c_str()); }
+    static Category AddCategory(Tree & tree, Text const & name) { return {tree, name}; }
+    static void AddProperty(Category const & category, Text const & name, int value)
+    {
+        category.tree.CreateProperty(name, CKrProperty::ePropInt, category.name)->SetInt(value);
+    }
+    static CKrProperty * Find(Tree const & tree, Text const & category, Text const & name)
+    {
+        return tree.GetProperty(name, category);
+    }
+    static Tree Copy(Tree const & tree) { return tree; }
+    static bool AreEqual(Tree const & left, Tree const & right) { return left.IsEqual(right); }
+    static void Sort(Tree & tree) { tree.AlphabeticSortProperties(Text()); }
+    static int CountNodes(Tree & tree)
     {
         Counter counter;
-        set.Visit(counter);
-        benchmark::DoNotOptimize(counter.count);
+        tree.Visit(counter);
+        return counter.count;
     }
-    state.SetComplexityN(state.range(0));
-}
-BENCHMARK(Walk)->RangeMultiplier(10)->Range(100, 100000)->Complexity();
+};
 
-// Sets of a number of properties, edited as one; by name, or by position where the second argument is 1.
-void EditAsOne(benchmark::State & state)
+/// Every tenth property gets a new value.
+void ChangeSome(CKrPropertySet & set, Names<KrCore> const & names, int value)
 {
-    constexpr unsigned int sets = 10;
-    std::vector<CKrPropertySet> edited(sets, MakeSet(CountOf(state)));
-    CKrPropMultiEditHelper helper;
-    helper.SetCommonStruct(state.range(1) != 0);
-    for (CKrPropertySet & set : edited)
-        helper.AddPropertySet(&set);
-    for (auto _ : state)
+    for (auto const & category : names.categories)
     {
-        helper.PrepareEdit();
-        helper.GetMainPropertySet().GetPropertyAt(0, OLESTR("category0"))->SetModified(true);
-        helper.Update();
+        CKrProperty * const property = set.GetProperty(names.properties.front(), category);
+        property->SetInt(value);
+        property->SetModified(true);
     }
-    state.SetComplexityN(state.range(0));
 }
-BENCHMARK(EditAsOne)->ArgsProduct({{100, 1000, 10000}, {0, 1}});
+
+template <bool byPosition>
+class Edited
+{
+public:
+    explicit Edited(benchmark::State & state)
+        : m_names(static_cast<int>(state.range(1))), m_sets(static_cast<std::size_t>(state.range(0)), MakeTree(m_names))
+    {
+        m_helper.SetCommonStruct(byPosition);
+        for (CKrPropertySet & set : m_sets)
+            m_helper.AddPropertySet(&set);
+    }
+
+    void Prepare() { m_helper.PrepareEdit(); }
+    void Update(int value)
+    {
+        ChangeSome(m_helper.GetMainPropertySet(), m_names, value);
+        m_helper.Update();
+    }
+
+private:
+    Names<KrCore> m_names;
+    std::vector<CKrPropertySet> m_sets;
+    CKrPropMultiEditHelper m_helper;
+};
+
+template <bool byPosition>
+void PrepareEdit(benchmark::State & state)
+{
+    Edited<byPosition> edited(state);
+    for (auto _ : state)
+        edited.Prepare();
+}
+
+template <bool byPosition>
+void UpdateEdited(benchmark::State & state)
+{
+    Edited<byPosition> edited(state);
+    edited.Prepare();
+    int value = 0;
+    for (auto _ : state)
+        edited.Update(++value);
+}
+
+bool RegisterRows()
+{
+    RegisterTreeRows<KrCore>();
+    AddEditRow("PrepareEdit", "KrCore by name", PrepareEdit<false>);
+    AddEditRow("PrepareEdit", "KrCore by position", PrepareEdit<true>);
+    AddEditRow("UpdateEdited", "KrCore by name", UpdateEdited<false>);
+    AddEditRow("UpdateEdited", "KrCore by position", UpdateEdited<true>);
+    return true;
+}
+
+[[maybe_unused]] bool const s_registered = RegisterRows();
 
 } // namespace

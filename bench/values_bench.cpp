@@ -1,7 +1,8 @@
-// The typed value: construct, copy, read, convert.
-#include <krcore/values/krvariant.h>
+// The typed value: construct, copy, read, convert; the rows of our own value and of the standard's.
+#include "bench/allocations.h"
+#include "bench/values_rows.h"
 
-#include <benchmark/benchmark.h>
+#include <krcore/values/krvariant.h>
 
 #include <string>
 #include <variant>
@@ -9,91 +10,64 @@
 namespace
 {
 
-using Standard = std::variant<std::monostate, int, double, bool, std::u16string>;
+using namespace kr::bench;
 
-template <class Value, class Content>
-void Construct(benchmark::State & state, Content content)
+struct KrCore
 {
-    for (auto _ : state)
-    {
-        Value value(content);
-        benchmark::DoNotOptimize(value);
-    }
-}
+    static constexpr char const * name = "KrCore";
+    using Value = CKrVariant;
+    using Text = CString;
 
-template <class Value, class Content>
-void Copy(benchmark::State & state, Content content)
+    static Text MakeText(char const * text) { return CString(text); }
+    static int ReadInt(Value const & value) { return value; }
+    static double ReadDouble(Value const & value) { return value; }
+    static Text ReadText(Value const & value) { return value; }
+    static Value DoubleToText(Value const & value) { return value.GetAsString(); }
+    static Value BoolToText(Value const & value) { return value.GetAsString(); }
+    static Value TextToDouble(Value const & value) { return double(value); }
+    static Value IntToDouble(Value const & value) { return double(value); }
+};
+
+struct Standard
 {
-    Value const source(content);
-    for (auto _ : state)
-    {
-        Value copy(source);
-        benchmark::DoNotOptimize(copy);
-    }
-}
+    static constexpr char const * name = "std::variant";
+    using Value = std::variant<std::monostate, int, double, bool, std::u16string>;
+    using Text = std::u16string;
 
-constexpr WCHAR const * shortText = OLESTR("twelve units");
-std::u16string const longText(100, u'x');
+    static Text MakeText(char const * text) { return Text(text, text + std::char_traits<char>::length(text)); }
+    static int ReadInt(Value const & value) { return std::get<int>(value); }
+    static double ReadDouble(Value const & value) { return std::get<double>(value); }
+    static Text ReadText(Value const & value) { return std::get<std::u16string>(value); }
+};
 
-void ReadDouble_KrCore(benchmark::State & state)
-{
-    CKrVariant const value(7.5);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(static_cast<double>(value));
-}
-BENCHMARK(ReadDouble_KrCore)->Name("ReadDouble/KrCore");
-
-void ReadDouble_Standard(benchmark::State & state)
-{
-    Standard const value(7.5);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(std::get<double>(value));
-}
-BENCHMARK(ReadDouble_Standard)->Name("ReadDouble/std::variant");
-
-void ReadText_KrCore(benchmark::State & state)
-{
-    CKrVariant const value(shortText);
-    for (auto _ : state)
-    {
-        CString const text = value;
-        benchmark::DoNotOptimize(text);
-    }
-}
-BENCHMARK(ReadText_KrCore)->Name("ReadText12/KrCore");
-
+/// A conversion in place to another type, with the allocations that it makes: none between scalars, that of the text to a text.
 template <class From>
-void Convert(benchmark::State & state, From from, CKrVariant::EType target)
+void ConvertInPlace(benchmark::State & state, From from, CKrVariant::EType target)
 {
     CKrVariant const source(from);
+    std::size_t allocations = 0;
     for (auto _ : state)
     {
         CKrVariant value(source);
+        std::size_t const before = CountAllocations();
         value.ConvertType(target);
+        allocations += CountAllocations() - before;
         benchmark::DoNotOptimize(value);
     }
+    state.counters["allocations"] =
+        benchmark::Counter(static_cast<double>(allocations), benchmark::Counter::kAvgIterations);
 }
 
 bool RegisterRows()
 {
-    benchmark::RegisterBenchmark("ConstructInt/KrCore", Construct<CKrVariant, int>, 7);
-    benchmark::RegisterBenchmark("ConstructInt/std::variant", Construct<Standard, int>, 7);
-    benchmark::RegisterBenchmark("ConstructDouble/KrCore", Construct<CKrVariant, double>, 7.5);
-    benchmark::RegisterBenchmark("ConstructDouble/std::variant", Construct<Standard, double>, 7.5);
-    benchmark::RegisterBenchmark("CopyInt/KrCore", Copy<CKrVariant, int>, 7);
-    benchmark::RegisterBenchmark("CopyInt/std::variant", Copy<Standard, int>, 7);
-    benchmark::RegisterBenchmark("CopyDouble/KrCore", Copy<CKrVariant, double>, 7.5);
-    benchmark::RegisterBenchmark("CopyDouble/std::variant", Copy<Standard, double>, 7.5);
-    benchmark::RegisterBenchmark("CopyBool/KrCore", Copy<CKrVariant, bool>, true);
-    benchmark::RegisterBenchmark("CopyBool/std::variant", Copy<Standard, bool>, true);
-    benchmark::RegisterBenchmark("CopyText12/KrCore", Copy<CKrVariant, WCHAR const *>, shortText);
-    benchmark::RegisterBenchmark("CopyText12/std::variant", Copy<Standard, std::u16string>, std::u16string(shortText));
-    benchmark::RegisterBenchmark("CopyText100/KrCore", Copy<CKrVariant, WCHAR const *>, longText.c_str());
-    benchmark::RegisterBenchmark("CopyText100/std::variant", Copy<Standard, std::u16string>, longText);
-    benchmark::RegisterBenchmark("LongToDouble/KrCore", Convert<int>, 17, CKrVariant::eDouble);
-    benchmark::RegisterBenchmark("DoubleToText/KrCore", Convert<double>, 12345.678, CKrVariant::eString);
-    benchmark::RegisterBenchmark("BoolToText/KrCore", Convert<bool>, true, CKrVariant::eString);
-    benchmark::RegisterBenchmark("TextToDouble/KrCore", Convert<WCHAR const *>, OLESTR("12345.678"),
+    RegisterBasicRows<KrCore>();
+    RegisterConversionRows<KrCore>();
+    RegisterBasicRows<Standard>();
+    benchmark::RegisterBenchmark("ConvertIntToDouble/KrCore", ConvertInPlace<int>, 17, CKrVariant::eDouble);
+    benchmark::RegisterBenchmark("ConvertDoubleToInt/KrCore", ConvertInPlace<double>, 17.0, CKrVariant::eLong);
+    benchmark::RegisterBenchmark("ConvertBoolToDouble/KrCore", ConvertInPlace<bool>, true, CKrVariant::eDouble);
+    benchmark::RegisterBenchmark("ConvertDoubleToText/KrCore", ConvertInPlace<double>, 12345.678, CKrVariant::eString);
+    benchmark::RegisterBenchmark("ConvertTextToDouble/KrCore", ConvertInPlace<WCHAR const *>, OLESTR("12345.678"),
                                  CKrVariant::eDouble);
     return true;
 }

@@ -1,71 +1,29 @@
-// The typed value of Qt, where it is installed.
+// The typed value of Qt.
+#include "bench/values_rows.h"
+
 #include <QString>
 #include <QVariant>
-
-#include <benchmark/benchmark.h>
 
 namespace
 {
 
-template <class Content>
-void Construct(benchmark::State & state, Content content)
+struct Qt
 {
-    for (auto _ : state)
-    {
-        QVariant value(content);
-        benchmark::DoNotOptimize(value);
-    }
-}
+    static constexpr char const * name = "QVariant";
+    using Value = QVariant;
+    using Text = QString;
 
-template <class Content>
-void Copy(benchmark::State & state, Content content)
-{
-    QVariant const source(content);
-    for (auto _ : state)
-    {
-        QVariant copy(source);
-        benchmark::DoNotOptimize(copy);
-    }
-}
+    static Text MakeText(char const * text) { return QString(text); }
+    static int ReadInt(Value const & value) { return value.toInt(); }
+    static double ReadDouble(Value const & value) { return value.toDouble(); }
+    static Text ReadText(Value const & value) { return value.toString(); }
+    static Value DoubleToText(Value const & value) { return value.toString(); }
+    static Value BoolToText(Value const & value) { return value.toString(); }
+    static Value TextToDouble(Value const & value) { return value.toDouble(); }
+    static Value IntToDouble(Value const & value) { return value.toDouble(); }
+};
 
-void ReadText(benchmark::State & state)
-{
-    QVariant const value(QString("twelve units"));
-    for (auto _ : state)
-    {
-        QString const text = value.toString();
-        benchmark::DoNotOptimize(text);
-    }
-}
-BENCHMARK(ReadText)->Name("ReadText12/QVariant");
-
-template <class From, class To>
-void Convert(benchmark::State & state, From from)
-{
-    QVariant const source(from);
-    for (auto _ : state)
-    {
-        QVariant const value(source.value<To>());
-        benchmark::DoNotOptimize(value);
-    }
-}
-
-bool RegisterRows()
-{
-    benchmark::RegisterBenchmark("ConstructInt/QVariant", Construct<int>, 7);
-    benchmark::RegisterBenchmark("ConstructDouble/QVariant", Construct<double>, 7.5);
-    benchmark::RegisterBenchmark("CopyInt/QVariant", Copy<int>, 7);
-    benchmark::RegisterBenchmark("CopyDouble/QVariant", Copy<double>, 7.5);
-    benchmark::RegisterBenchmark("CopyBool/QVariant", Copy<bool>, true);
-    benchmark::RegisterBenchmark("CopyText12/QVariant", Copy<QString>, QString("twelve units"));
-    benchmark::RegisterBenchmark("CopyText100/QVariant", Copy<QString>, QString(100, 'x'));
-    benchmark::RegisterBenchmark("LongToDouble/QVariant", Convert<int, double>, 17);
-    benchmark::RegisterBenchmark("DoubleToText/QVariant", Convert<double, QString>, 12345.678);
-    benchmark::RegisterBenchmark("BoolToText/QVariant", Convert<bool, QString>, true);
-    benchmark::RegisterBenchmark("TextToDouble/QVariant", Convert<QString, double>, QString("12345.678"));
-    return true;
-}
-
-[[maybe_unused]] bool const s_registered = RegisterRows();
+[[maybe_unused]] bool const s_registered =
+    (kr::bench::RegisterBasicRows<Qt>(), kr::bench::RegisterConversionRows<Qt>(), true);
 
 } // namespace
