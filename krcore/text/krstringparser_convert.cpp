@@ -16,6 +16,13 @@ namespace
 
 using kr::detail::TextView;
 
+// Most separators are a single character, which is found faster.
+std::size_t FindSeparator(TextView text, TextView separator, std::size_t start)
+{
+    return separator.size() == 1 ? kr::detail::FindUnit(text, separator.front(), start)
+                                 : kr::detail::FindText(text, separator, start);
+}
+
 // Hands each piece between separators to `take`, the last one too.
 template <class Take>
 void ForEachPiece(TextView text, TextView separator, Take take)
@@ -23,7 +30,7 @@ void ForEachPiece(TextView text, TextView separator, Take take)
     if (separator.empty())
         AfxThrowMemoryException(); // the search would find the same place for ever
     std::size_t start = 0;
-    for (std::size_t hit; (hit = kr::detail::FindText(text, separator, start)) != kr::detail::notFound;
+    for (std::size_t hit; (hit = FindSeparator(text, separator, start)) != kr::detail::notFound;
          start = hit + separator.size())
         take(text.substr(start, hit - start));
     take(text.substr(start));

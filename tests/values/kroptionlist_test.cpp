@@ -188,6 +188,23 @@ TEST(CKrOptionList, AddsByTextAlone)
     EXPECT_EQ(Shown(list), OLESTR("a=A b=A c=c* d=d "));
 }
 
+TEST(CKrOptionList, AddsNothingForAnEmptyTextThoughAnItemHasIt)
+{
+    CKrOptionList list;
+    list.AddOptionID(OLESTR("a"), false)->SetText(none);
+    EXPECT_EQ(list.AddOptionText(none, true), nullptr);
+    list.AddOptionText({none});
+    EXPECT_EQ(Shown(list), OLESTR("a= "));
+}
+
+TEST(CKrOptionList, GivesAnIdentifierThatIsAddedAgainATextIfItHasNone)
+{
+    CKrOptionList list;
+    list.AddOptionID(OLESTR("a"), true)->SetText(none);
+    list.AddOption(std::vector<CString>{OLESTR("a")}, std::vector<CString>());
+    EXPECT_EQ(Shown(list), OLESTR("a=a "));
+}
+
 TEST(CKrOptionList, FindsByIdentifierPositionTextAndValue)
 {
     CKrOptionList list;
