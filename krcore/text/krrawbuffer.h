@@ -33,8 +33,9 @@ public:
     unsigned int BufLength() const noexcept { return m_length; }
     unsigned int BufSize() const noexcept { return m_size; }
 
-    /// Makes sure that `length` bytes of content and the trailing bytes fit. Growing rounds up to a multiple of 256, 1,024, 4,096 or 8,192
-    /// bytes, the larger the more there are; many blocks of the last step are grown in place. Deliberate: only the content survives, not what was written behind it.
+    /// Makes sure that `length` bytes of content and the trailing ones fit. Growing rounds the size up to a multiple of 256, 1,024, 4,096 or
+    /// 8,192 bytes, the larger the more there are; the block behind it may be twice as large, to grow in place. Deliberate: only the
+    /// content survives, not what was written behind it.
     void Alloc(unsigned int length);
     /// Makes sure of a size of exactly `size`, if it is larger; no trailing bytes.
     void AllocExact(unsigned int size);
@@ -80,9 +81,8 @@ private:
     unsigned int m_length = 0;
     unsigned int m_size = 0;
     bool m_releaseAssigned = false;
-    unsigned int m_capacity = 0; ///< what the block has room for; `m_size` and more
-    unsigned int m_knownRoom =
-        0; ///< content that fits with the trailing bytes, which need not be asked for again; 0: not known
+    unsigned int m_capacity = 0;  ///< what the block has room for; `m_size` and more
+    unsigned int m_knownRoom = 0; ///< content that is known to fit with the trailing bytes
 };
 
 /// A buffer that grows by appending bytes.
