@@ -8,7 +8,8 @@
 #include <krplatform/text/textsearch.h>
 
 #include <algorithm>
-#include <charconv>
+#include <array>
+#include <bit>
 #include <limits>
 
 namespace
@@ -84,15 +85,15 @@ int CheckedLength(std::size_t length)
     return static_cast<int>(length);
 }
 
-// Joins in storage of the right size: `lengthOf` tells what an item takes, `write` writes it and gives the place behind it.
-template <class Item, class LengthOf, class Write>
-CString JoinItems(TextView separator, std::vector<Item> const & items, LengthOf lengthOf, Write write)
+// Joins in storage of the right size: `measure` tells what an item takes, `write` writes it and gives the place behind it.
+template <class Item, class Measure, class Write>
+CString JoinItems(TextView separator, std::vector<Item> const & items, Measure measure, Write write)
 {
     if (items.empty())
         return CString();
     std::size_t length = (items.size() - 1) * separator.size();
     for (Item const & item : items)
-        length += lengthOf(item);
+        length += measure(item);
     CString joined;
     WCHAR * end = write(items.front(), joined.GetBuffer(CheckedLength(length)));
     for (std::size_t index = 1; index < items.size(); ++index)
@@ -101,18 +102,48 @@ CString JoinItems(TextView separator, std::vector<Item> const & items, LengthOf 
     return joined;
 }
 
-// The digits of a number.
-class IntegerDigits
-{
-public:
-    explicit IntegerDigits(int number) : m_end(std::to_chars(m_digits, std::end(m_digits), number).ptr) {}
-    std::size_t Length() const { return static_cast<std::size_t>(m_end - m_digits); }
-    WCHAR * Write(WCHAR * destination) const { return std::copy<char const *>(m_digits, m_end, destination); }
+constexpr unsigned int s_powersOfTen[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
 
-private:
-    char m_digits[12];
-    char const * m_end;
-};
+unsigned int MagnitudeOf(int number)
+{
+    unsigned int const bits = static_cast<unsigned int>(number);
+    return number < 0 ? 0 - bits : bits;
+}
+
+std::size_t LengthOf(int number)
+{
+    unsigned int const magnitude = MagnitudeOf(number);
+    // The number of bits by the logarithm of 2, which is one too many for some.
+    auto const exponent = static_cast<std::size_t>(std::bit_width(magnitude | 1) * 1233 >> 12);
+    return exponent + (magnitude >= s_powersOfTen[exponent] || exponent == 0 ? 1 : 0) + (number < 0 ? 1 : 0);
+}
+
+// "00" to "99", for two digits in one step.
+constexpr auto s_digitPairs = []
+{
+    std::array<WCHAR, 200> pairs{};
+    for (std::size_t index = 0; index < pairs.size(); ++index)
+        pairs[index] = static_cast<WCHAR>(OLESTR('0') + (index % 2 == 0 ? index / 20 : index / 2 % 10));
+    return pairs;
+}();
+
+// Writes the number and gives the place behind it.
+WCHAR * WriteInteger(int number, WCHAR * destination)
+{
+    WCHAR * const end = destination + LengthOf(number);
+    if (number < 0)
+        *destination++ = OLESTR('-');
+    unsigned int rest = MagnitudeOf(number);
+    WCHAR * place = end;
+    for (; place - destination >= 2; rest /= 100)
+    {
+        place -= 2;
+        std::copy_n(&s_digitPairs[rest % 100 * 2], 2, place);
+    }
+    if (place != destination)
+        *destination = static_cast<WCHAR>(OLESTR('0') + rest);
+    return end;
+}
 
 // Appends the platform's text of a number; none where it has none.
 void AppendReal(CString & joined, double number)
@@ -167,9 +198,7 @@ CString CKrStringParser::Join(CString const & separator, std::vector<double> con
 
 CString CKrStringParser::Join(CString const & separator, std::vector<int> const & items)
 {
-    return JoinItems(
-        separator.View(), items, [](int item) { return IntegerDigits(item).Length(); },
-        [](int item, WCHAR * end) { return IntegerDigits(item).Write(end); });
+    return JoinItems(separator.View(), items, LengthOf, WriteInteger);
 }
 
 CString CKrStringParser::JoinSkipEmpty(CString const & separator, std::vector<CString> const & items)

@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
+#include <string>
 
 using namespace kr::test;
 
@@ -158,6 +160,22 @@ TEST(CKrStringParser, JoinsWithTheSeparatorBetweenItemsOnly)
     EXPECT_EQ(CKrStringParser::Join(OLESTR(";"), std::vector<int>{-1, 0, 12, least}), OLESTR("-1;0;12;-2147483648"));
     EXPECT_EQ(CKrStringParser::Join(OLESTR(";"), std::vector<double>{1.5, -2.0, 0.1, 1e20, 1.0 / 3.0}),
               OLESTR("1.5;-2;0.1;1E+20;0.333333333333333"));
+}
+
+TEST(CKrStringParser, JoinsIntegersOfEveryLength)
+{
+    constexpr long long least = std::numeric_limits<int>::min();
+    constexpr long long greatest = std::numeric_limits<int>::max();
+    for (long long power = 1; power <= 10 * greatest; power *= 10)
+        for (long long const near : {power - 1, power, power + 1, 2 * power, 5 * power + 7})
+            for (long long const number : {near, -near, std::min(near, greatest), std::max(-near, least)})
+            {
+                if (number < least || number > greatest)
+                    continue;
+                std::vector<int> const items(2, static_cast<int>(number));
+                std::string const text = std::to_string(number);
+                EXPECT_EQ(Narrow(CKrStringParser::Join(OLESTR(";"), items)), text + ";" + text);
+            }
 }
 
 TEST(CKrStringParser, StartsWithTheItemsOfItsArguments)
