@@ -15,7 +15,13 @@ class CKrPropertyCategory;
 
 /// Categories of older properties, kept for clients that were never moved to `CKrPropertySet`, which it resembles. Categories are objects of their
 /// own here: there is no tree, no visitor and no sorting. An empty category name stands for "_KRPROPDEFCAT_"; names are compared
-/// with case. The set owns everything in it; what it gives is lent.
+/// with case. The set owns everything in it; what it gives is lent. When memory runs out nothing leaks, the set stays as it was,
+/// and a property that could not be taken is freed.
+///
+///     CKrPropertySetOld set;
+///     set.CreateProperty(OLESTR("Width"), OLESTR("General"))->SetDouble(0.5);
+///     set.GetCategoryDescription(OLESTR("General"))                -> empty: made on demand
+///     set.MoveCategory(OLESTR("General"), 1)                       -> false: there is one only
 class KRCORE_API CKrPropertySetOld
 {
 public:
@@ -71,7 +77,7 @@ public:
     bool IsEmpty() const noexcept { return m_categories.empty(); }
     /// Whether this set has all categories and properties of `other`, and they are equal. Deliberate: what only this set has is ignored.
     bool IsEqual(CKrPropertySetOld const & other) const;
-    /// Takes over values, visibility and state of what both sets have; always true.
+    /// Takes over values, visibility and state of what both sets have; always true. Where memory runs out some may have been taken.
     bool ChangeValues(CKrPropertySetOld const & other);
 
 private:

@@ -55,6 +55,14 @@ TEST(PropertyPage, SampleOfTheOlderGenerationGivesWhatItSays)
     EXPECT_TRUE(width->GetFileName().GetFullName(true).IsEmpty());
 }
 
+TEST(PropertyPage, SampleOfTheOlderSetGivesWhatItSays)
+{
+    CKrPropertySetOld set;
+    set.CreateProperty(OLESTR("Width"), OLESTR("General"))->SetDouble(0.5);
+    EXPECT_TRUE(set.GetCategoryDescription(OLESTR("General")).IsEmpty());
+    EXPECT_FALSE(set.MoveCategory(OLESTR("General"), 1));
+}
+
 TEST(PropertyPage, SampleOfTheOlderPropertyGivesWhatItSays)
 {
     CKrPropertyOld width(CKrPropertyOld::ECtrlType::eEditCtrl, OLESTR("Width"), true, true);
