@@ -1,5 +1,7 @@
 #include <krcore/graphics/krcolorschememap.h>
 
+template class kr::ownermap<CString, CKrColorSchemeBase>;
+
 CKrColorSchemeMap::CKrColorSchemeMap() = default;
 
 CKrColorSchemeMap::CKrColorSchemeMap(CKrColorSchemeMap const & other) = default;

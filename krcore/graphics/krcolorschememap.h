@@ -6,6 +6,8 @@
 #include <krcore/graphics/krcolorschemebase.h>
 #include <krplatform/text/cstring.h>
 
+extern template class KRCORE_API kr::ownermap<CString, CKrColorSchemeBase>;
+
 /// Schemes by name, which the map owns; one name is the current one. What has no scheme here is looked up in the inherited map, then in the
 /// one that it inherits, and so on. Case counts.
 ///
