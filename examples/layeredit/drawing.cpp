@@ -175,7 +175,8 @@ bool Reader::OnZero(Group const & group)
 bool Reader::OnValue(Group const & group)
 {
     std::uint64_t handle = 0;
-    if ((group.code == 5 || group.code == 105) && ReadNumber(group.value, handle, 16))
+    bool const isHandle = (group.code == 5 || group.code == 105) && m_section != Section::Header; // that is the seed
+    if (isHandle && ReadNumber(group.value, handle, 16))
         m_drawing.greatestHandle = std::max(m_drawing.greatestHandle, handle);
     if (m_section == Section::Other)
         return true;

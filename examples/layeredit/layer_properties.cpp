@@ -69,8 +69,10 @@ bool ReadLineWeight(CString text, CKrProperty & property, double & given)
     double const width = wcstod(text, &end);
     if (end == text.GetString() || *end != 0 || !(width >= 0.0 && width <= s_widest))
         return false;
-    int const weight = CKrLineStyle::AcadLineStyle(width, CString()).GetLineWeight();
+    // the style cuts to hundredths, and 2.01 * 100.0 lies below 201: it is given the middle of the hundredth
     constexpr double sameWidth = 1e-9;
+    int const hundredths = static_cast<int>((width + sameWidth) * 100.0);
+    int const weight = CKrLineStyle::AcadLineStyle((hundredths + 0.5) / 100.0, CString()).GetLineWeight();
     given = std::abs(weight / 100.0 - width) < sameWidth ? 0.0 : width;
     property.SetInt(weight);
     return true;

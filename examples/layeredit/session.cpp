@@ -123,6 +123,7 @@ bool Session::Edit()
     bool const writes = m_options.Writes();
     if (writes && !Write(change))
         return false;
+    FlushMessages(m_options.quiet);
     CKrTrace & trace = *CKrTrace::GetObjectW(true);
     for (CString const & line : change.lines)
     {
