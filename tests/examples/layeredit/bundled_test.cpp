@@ -93,59 +93,63 @@ void CheckColumn(std::vector<std::string> const & lines, char const * column)
 
 } // namespace
 
-TEST(LayerEditBundled, TheOtherReaderAgreesBeforeAnyEdit)
+class LayerEditBundled : public testing::TestWithParam<std::string>
+{
+};
+
+TEST_P(LayerEditBundled, TheOtherReaderAgreesBeforeAnyEdit)
 {
     Workshop workshop;
-    for (std::string const & name : Workshop::BundledDrawings())
-        workshop.Take(name);
-    workshop.ExpectOtherReaderAgrees(Workshop::BundledDrawings());
+    workshop.ExpectOtherReaderAgrees({workshop.Take(GetParam())});
 }
 
-TEST(LayerEditBundled, EveryPropertyChangesItsGroupsInLayerRecordsAndNoOtherByte)
+TEST_P(LayerEditBundled, EveryPropertyChangesItsGroupsInLayerRecordsAndNoOtherByte)
 {
-    for (std::string const & name : Workshop::BundledDrawings())
+    Workshop workshop;
+    std::string const name = workshop.Take(GetParam());
+    std::vector<std::string> written;
+    for (Edit const & edit : s_edits)
     {
-        Workshop workshop;
-        workshop.Take(name);
-        std::vector<std::string> written;
-        for (Edit const & edit : s_edits)
-        {
-            SCOPED_TRACE(name + " " + edit.value);
-            std::string const result = "new" + std::to_string(written.size()) + ".dxf";
-            Called const called = workshop.Call({name, "--all", "--set", edit.value, "-o", result, "--add-appid"});
-            EXPECT_EQ(called.status, IsRefused(name, edit.value) ? 4 : 0) << called.errors;
-            EXPECT_EQ(workshop.Has(result), called.status == 0);
-            EXPECT_EQ(workshop.Get(name), Workshop::BundledDrawing(name));
-            if (called.status != 0)
-                continue;
-            CheckEdit(Workshop::BundledDrawing(name), workshop.Get(result), edit);
-            CheckColumn(LinesOf(workshop.LayersOf(result)), IsOld(name) ? edit.ofOld : edit.column);
-            written.push_back(result);
-        }
-        workshop.ExpectOtherReaderAgrees(written);
+        SCOPED_TRACE(edit.value);
+        std::string const result = "new" + std::to_string(written.size()) + ".dxf";
+        Called const called = workshop.Call({name, "--all", "--set", edit.value, "-o", result, "--add-appid"});
+        EXPECT_EQ(called.status, IsRefused(name, edit.value) ? 4 : 0) << called.errors;
+        EXPECT_EQ(workshop.Has(result), called.status == 0);
+        EXPECT_EQ(workshop.Get(name), Workshop::BundledDrawing(name));
+        if (called.status != 0)
+            continue;
+        CheckEdit(Workshop::BundledDrawing(name), workshop.Get(result), edit);
+        CheckColumn(LinesOf(workshop.LayersOf(result)), IsOld(name) ? edit.ofOld : edit.column);
+        written.push_back(result);
     }
+    workshop.ExpectOtherReaderAgrees(written);
 }
 
-TEST(LayerEditBundled, OneLayerOfManyIsTheOnlyRecordThatChanges)
+TEST_P(LayerEditBundled, OneLayerOfManyIsTheOnlyRecordThatChanges)
 {
-    for (std::string const & name : Workshop::BundledDrawings())
-    {
-        SCOPED_TRACE(name);
-        Workshop workshop;
-        workshop.Take(name);
-        std::vector<std::string> const layers = LinesOf(workshop.LayersOf(name));
-        std::string const last = layers.back().substr(0, layers.back().find('\t'));
-        ASSERT_EQ(workshop.Call({name, "-l", last, "-s", "Color=#102030", "-s", "Locked=1", "-o", "new.dxf"}).status,
-                  0);
-        LayerTable before = SplitDrawing(Workshop::BundledDrawing(name)), after = SplitDrawing(workshop.Get("new.dxf"));
-        EXPECT_NE(before.records.back(), after.records.back());
-        after.records.back() = before.records.back();
-        EXPECT_EQ(Join(after), Join(before));
-        workshop.ExpectOtherReaderAgrees({"new.dxf"});
-    }
+    Workshop workshop;
+    std::string const name = workshop.Take(GetParam());
+    std::vector<std::string> const layers = LinesOf(workshop.LayersOf(name));
+    std::string const last = layers.back().substr(0, layers.back().find('\t'));
+    ASSERT_EQ(workshop.Call({name, "-l", last, "-s", "Color=#102030", "-s", "Locked=1", "-o", "new.dxf"}).status, 0);
+    LayerTable before = SplitDrawing(Workshop::BundledDrawing(name)), after = SplitDrawing(workshop.Get("new.dxf"));
+    EXPECT_NE(before.records.back(), after.records.back());
+    after.records.back() = before.records.back();
+    EXPECT_EQ(Join(after), Join(before));
+    workshop.ExpectOtherReaderAgrees({"new.dxf"});
 }
 
-TEST(LayerEditBundled, ALayerBackAsItWasIsTheDrawingAsItWas)
+/// The file's name without what a test's name cannot hold.
+std::string NameOfTest(testing::TestParamInfo<std::string> const & drawing)
+{
+    std::string name = drawing.param.substr(0, drawing.param.find('.'));
+    std::ranges::replace(name, '-', '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Drawing, LayerEditBundled, testing::ValuesIn(Workshop::BundledDrawings()), NameOfTest);
+
+TEST(LayerEditBackAndForth, ALayerBackAsItWasIsTheDrawingAsItWas)
 {
     Workshop workshop;
     std::string const name = workshop.Take("r2004-all-properties.dxf");
