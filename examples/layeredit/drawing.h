@@ -76,6 +76,9 @@ struct Drawing
     bool isSound = true;              ///< up to its EOF
 };
 
+/// "AC1018" is 1018. Words of another form, such as "AC2.10", are older than all of them, though a comparison of texts puts them last.
+int VersionOfWord(std::string_view word);
+
 /// "R2004"; the word itself for a version without a name, "R12 or older" where there is no word.
 CString VersionName(Drawing const & drawing);
 CString VersionName(int version);

@@ -105,6 +105,25 @@ CString Widen(std::string_view bytes, UINT codePage)
     return text;
 }
 
+CString OnOneLine(CString const & text)
+{
+    CString line;
+    for (WCHAR const unit : text.View())
+    {
+        bool const isControl = unit < OLESTR(' ') || (unit >= 0x7F && unit < 0xA0);
+        line += isControl ? CString(OLESTR('^')) : CString();
+        line += isControl ? static_cast<WCHAR>((unit & 0x1F) + OLESTR('@')) : unit;
+    }
+    return line;
+}
+
+CString Excerpt(std::string_view bytes)
+{
+    constexpr std::size_t longest = 40;
+    CString const text = Widen(bytes.substr(0, longest), 1252).Trim();
+    return bytes.size() > longest ? text + OLESTR("...") : text;
+}
+
 std::string Narrow(CString const & text) { return NarrowTo(text, CP_UTF8); }
 
 CString WidenArgument(std::string const & argument)

@@ -19,6 +19,12 @@ UINT CodePageOfOption(CString const & text);
 /// The bytes as they stand, without a look at escapes. What is no character becomes the code page's default one.
 CString Widen(std::string_view bytes, UINT codePage);
 
+/// The text with control signs as `^` and a letter, so that it keeps to its line and tells a terminal nothing.
+CString OnOneLine(CString const & text);
+
+/// The beginning of a piece of a file, for a message.
+CString Excerpt(std::string_view bytes);
+
 /// UTF-8.
 std::string Narrow(CString const & text);
 

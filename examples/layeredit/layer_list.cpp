@@ -133,18 +133,6 @@ std::string SwatchOf(CKrColor const & color)
 
 } // namespace
 
-CString OnOneLine(CString const & text)
-{
-    CString line;
-    for (WCHAR const unit : text.View())
-    {
-        bool const isControl = unit < OLESTR(' ') || (unit >= 0x7F && unit < 0xA0);
-        line += isControl ? CString(OLESTR('^')) : CString();
-        line += isControl ? static_cast<WCHAR>((unit & 0x1F) + OLESTR('@')) : unit;
-    }
-    return line;
-}
-
 CString ValueOnOneLine(CKrProperty const & property)
 {
     CString const value = OnOneLine(TextOfValue(property, Style::People));

@@ -30,9 +30,6 @@ private:
     bool m_isEmpty = true;
 };
 
-/// The text with control signs as `^` and a letter, so that it keeps to its line.
-CString OnOneLine(CString const & text);
-
 /// A value as people read it between others: on one line, and `""` where there is none.
 CString ValueOnOneLine(CKrProperty const & property);
 

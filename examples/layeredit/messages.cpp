@@ -1,5 +1,7 @@
 #include "messages.h"
 
+#include "encoding.h"
+
 #include <krcore/diagnostics/krerrorstack.h>
 #include <krcore/diagnostics/krtrace.h>
 #include <krplatform/base/lasterror.h>
@@ -153,7 +155,7 @@ ExitStatus FlushMessages(bool quiet)
         trace.Trace(error, false);
         highest = std::max(highest, ExitStatusOf(error));
         if (!quiet || error.GetLevel() >= CKrError::eError)
-            std::cerr << error.GetErrorMessage() << "\n";
+            std::cerr << OnOneLine(error.GetErrorMessage()) << "\n";
     }
     stack.ClearStack();
     return highest;

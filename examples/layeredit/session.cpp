@@ -1,6 +1,7 @@
 #include "session.h"
 
 #include "change.h"
+#include "encoding.h"
 #include "grid_text.h"
 #include "layer_mapping.h"
 #include "progress.h"

@@ -102,6 +102,7 @@ TEST(LayerEditCall, WhatIsNoSoundDrawingIsRefusedWithALineAndARemedy)
         { std::string("AC2.10\0\0", 8), "a.dxf: this is a DWG drawing; save it as ASCII DXF.\n" },
         { std::string("\xFF\xFE \0 \0", 6), "a.dxf: this is text in UTF-16, which no drawing is; save the drawing anew as ASCII DXF.\n" },
         { "<html>\n<p>404\n", "a.dxf, line 1: this is no DXF drawing, which begins with a SECTION (\"<html>\" stands there); give another file.\n" },
+        { "\x1B[31m\nx\n", "a.dxf, line 1: this is no DXF drawing, which begins with a SECTION (\"^[[31m\" stands there); give another file.\n" },
         { "999\ncomment\n  0\nHALLO\n", "a.dxf, line 3: this is no DXF drawing, which begins with a SECTION (\"HALLO\" stands there); give another file.\n" },
         { "\n\n\n", "a.dxf, line 1: this is no DXF drawing, which begins with a SECTION (\"\" stands there); give another file.\n" },
         { "  0\nSECTION\n  2\nHEADER\n<<<<<<< HEAD\n  9\n", "a.dxf, line 5: the drawing is damaged: \"<<<<<<< HEAD\" stands where a group code should" + repair },
