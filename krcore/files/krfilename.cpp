@@ -137,8 +137,7 @@ void CKrFileName::ReadPath(TextView path, bool isUnc)
     std::size_t colon = path.find(OLESTR(':'));
     if (colon == path.npos && isUnc)
         colon = 1;
-    bool const hasDrive = colon != path.npos && colon > 0;
-    CString drive = hasDrive ? StoredDrive(path.substr(0, colon)) : CString();
+    CString drive = colon == path.npos ? CString() : StoredDrive(path.substr(0, colon));
     m_dir = StoredDir(path.substr(colon + 1));
     m_drive.swap(drive);
 }

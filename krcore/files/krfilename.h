@@ -16,8 +16,8 @@
 ///     name == CKrFileName(OLESTR("c:\\A\\B.TXT"), false)     -> true
 ///     CKrFileName(OLESTR("//srv/x"), true).GetDrive()        -> "\": a UNC name, on POSIX systems the path /srv/x
 ///
-/// Setters take any text and store it in the forms told there. Only the questions of existence touch the file system; a name that
-/// is not there answers false.
+/// Setters take any text and store it in the forms told there. When memory runs out `CMemoryException *` is thrown, and the name
+/// stays as it was. Only the questions of existence touch the file system; a name that is not there answers false.
 class KRCORE_API CKrFileName
 {
 public:

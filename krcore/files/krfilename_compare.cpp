@@ -15,11 +15,12 @@ bool CKrFileName::IsEqual(CString const & name) const { return IsEqual(CKrFileNa
 
 bool CKrFileName::operator<(CKrFileName const & other) const
 {
-    // the full names piece by piece, without putting them together
+    // the full names piece by piece, without putting them together, and from the base names on where the paths are the same
+    std::ptrdiff_t const first = m_dir == other.m_dir && m_drive == other.m_drive ? 4 : 0;
     Pieces const pieces = PiecesOf(true);
     Pieces const otherPieces = other.PiecesOf(true);
-    auto next = pieces.begin();
-    auto otherNext = otherPieces.begin();
+    auto next = pieces.begin() + first;
+    auto otherNext = otherPieces.begin() + first;
     for (TextView rest, otherRest;;)
     {
         while (rest.empty() && next != pieces.end())

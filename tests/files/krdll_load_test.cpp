@@ -68,6 +68,7 @@ TEST_F(CKrDLLLoad, LoadsALibraryWithWhatLiesBesideIt)
     EXPECT_TRUE(library.LoadDLL(true));
     EXPECT_EQ(Loaded(), 2);
     EXPECT_TRUE(library.IsMapped());
+    EXPECT_FALSE(library.IsUsed()) << "the class has no knowledge of use";
     EXPECT_EQ(NameIn(library), Narrow(HandedOut(m_path)));
     auto const address = reinterpret_cast<void *>(library.GetFuncAddress(OLESTR("KrTestPlan")));
     auto const plan = reinterpret_cast<int (*)(int)>(address);
@@ -115,6 +116,17 @@ TEST_F(CKrDLLLoad, CountsWithTheSystemAndNotByItself)
     EXPECT_TRUE(library.UnloadDLL());
     EXPECT_EQ(Loaded(), 0);
     EXPECT_FALSE(library.UnloadDLL());
+}
+
+TEST_F(CKrDLLLoad, LoadsNothingOnceMoreWhoseFileIsGone)
+{
+    LoadedForTest module(CopyModule("kr_texts_en.so", m_directory));
+    std::filesystem::remove(m_directory / "kr_texts_en.so");
+    EXPECT_FALSE(Library(m_directory / "kr_texts_en.so").LoadDLL(true));
+    EXPECT_FALSE(Library(m_directory / "kr_texts_en.so").UnloadDLL());
+    EXPECT_EQ(Loaded(), 1);
+    module.Free();
+    EXPECT_EQ(Loaded(), 0);
 }
 
 TEST_F(CKrDLLLoad, KeepsTheNameOfALinkByWhichItIsLoadedFirst)

@@ -121,6 +121,33 @@ TEST(CKrFileNameCompare, OrdersByFullNamesWithTheirLastBackslash)
     EXPECT_FALSE(CKrFileName(OLESTR("C:\\a"), true) < CKrFileName(OLESTR("C:\\aZ"), true));
 }
 
+TEST(CKrFileNameCompare, OrdersAsTheFullNamesDo)
+{
+    constexpr WCHAR const * texts[] = {
+        OLESTR(""),           OLESTR("a"),
+        OLESTR("a.b"),        OLESTR("a.bc"),
+        OLESTR("ab"),         OLESTR("C:\\a"),
+        OLESTR("C:\\a.b"),    OLESTR("C:\\a\\"),
+        OLESTR("C:\\a\\b"),   OLESTR("C:\\a\\b.c"),
+        OLESTR("C:\\a\\bc"),  OLESTR("C:\\a.b\\c"),
+        OLESTR("C:\\ab\\c"),  OLESTR("C:\\"),
+        OLESTR("C:\\a\\.c"),  OLESTR("\\\\a\\b"),
+        OLESTR("\\a\\b"),     OLESTR("CD:\\a\\b"),
+        OLESTR("D:\\a\\b"),   OLESTR("C:\\\u00E4"),
+        OLESTR("C:\\\uFFFF"), OLESTR("C:\\a\\b.\u00E4"),
+    };
+    for (WCHAR const * const left : texts)
+    {
+        for (WCHAR const * const right : texts)
+        {
+            SCOPED_TRACE(Narrow(left) + " and " + Narrow(right));
+            int const order = File(left).GetFullName(true).Compare(File(right).GetFullName(true));
+            EXPECT_EQ(File(left) < File(right), order < 0);
+            EXPECT_EQ(File(left) > File(right), order >= 0);
+        }
+    }
+}
+
 TEST(CKrFileNameCompare, TellsWhatLiesBelowABase)
 {
     // clang-format off

@@ -108,6 +108,14 @@ TEST_F(CKrFileNameSystem, TakesALockOfAnotherDescriptorForOpen)
     close(descriptor);
 }
 
+TEST_F(CKrFileNameSystem, TakesASharedLockOfAnotherForOpenToo)
+{
+    int const descriptor = open((m_path / "f.txt").c_str(), O_RDONLY);
+    ASSERT_EQ(flock(descriptor, LOCK_SH), 0);
+    EXPECT_TRUE(Name("f.txt", false).IsAlreadyOpen()) << "it cannot be had alone";
+    close(descriptor);
+}
+
 TEST_F(CKrFileNameSystem, ClosesWhatItOpenedToAsk)
 {
     EXPECT_FALSE(Name("f.txt", false).IsAlreadyOpen());

@@ -183,6 +183,7 @@ TEST(CKrFileName, NormalisesADirInOnePass)
         { OLESTR("a\\."),             OLESTR("\\a\\.") },
         { OLESTR("a\\..\\b"),         OLESTR("\\a\\..\\b") },       // never resolved
         { OLESTR("a\\.\\\\b"),        OLESTR("\\a\\b") },           // the dot goes first, then the double backslash
+        { OLESTR("a\\.\\\\.\\b"),        OLESTR("\\a\\b") },           // the dots go first, then the double backslash
     };
     // clang-format on
     ExpectStored(rows, &CKrFileName::SetDir, &CKrFileName::GetDir);
@@ -209,6 +210,7 @@ TEST(CKrFileName, StoresTheOtherPartsInTheirForms)
         { OLESTR("txt"),       OLESTR("txt") },
         { OLESTR(".txt"),      OLESTR("txt") },
         { OLESTR("tar.gz"),    OLESTR("gz") },
+        { OLESTR("a.b.c"),     OLESTR("c") },
         { OLESTR("gz."),       OLESTR("") },
         { OLESTR("a/b\\"),     OLESTR("a/b\\") },       // separators are left alone
         { OLESTR(""),          OLESTR("") },

@@ -5,6 +5,8 @@ extern "C" int KrTestPartCount();
 
 extern "C" AfxStringEntry const AfxStringTable[] = {{1, OLESTR("plan")}, {0, nullptr}};
 
+extern "C" int KrTestPlanCount() { return 2; }
+
 extern "C" int KrTestPlan(int number) { return number + KrTestPartCount(); }
 
 /// Its name as the linker sees it has two letters beyond ASCII, in UTF-8.
