@@ -227,8 +227,8 @@ TEST(CKrTableDataWide, OnlyTheKeyOfACounterFreesIt)
 {
     CKrTableData table = MakeWide(40);
     for (WCHAR const * const key :
-         {OLESTR("Width_#02#"), OLESTR("Width_#2"), OLESTR("Width_#2##"), OLESTR("Width_#+2#"), OLESTR("Width_##"),
-          OLESTR("Width_#9999999992#"), OLESTR("Height_#2#")})
+         {OLESTR("Width_#02#"), OLESTR("Width_#2"), OLESTR("Width_#2x"), OLESTR("Width_#2##"), OLESTR("Width_#+2#"),
+          OLESTR("Width_##"), OLESTR("Width_#9999999992#"), OLESTR("Height_#2#")})
     {
         SCOPED_TRACE(kr::test::Narrow(key));
         EXPECT_EQ(table.AddColumn(key, CString(), nullptr), key);
