@@ -1,4 +1,4 @@
-// Tables of text: columns and keys, fills by cell and by row, row reads, removal; beside plain vectors with a map of names.
+// Tables of text: columns and keys, fills by cell and by row, row reads, removal; beside plain vectors with a map.
 #include <krcore/table/krtabledata.h>
 
 #include <benchmark/benchmark.h>

@@ -4,7 +4,8 @@
 #include <krcore/export.h>
 #include <krplatform/text/cstring.h>
 
-/// A record that has a key and a description and may be active. Clients derive from it; the library calls neither `GetObjType` nor `SetObjKey`.
+/// A record that has a key and a description and may be active. Clients derive from it; the library calls neither
+/// `GetObjType` nor `SetObjKey`.
 class KRCORE_API CKrBaseDaten
 {
 public:

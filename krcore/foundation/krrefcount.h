@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-/// Counts its references and deletes itself when the last one goes. A new object counts 0: its creator calls `IncRefCount` first. The count is not
-/// atomic: an object that threads share needs a lock of its owner.
+/// Counts its references and deletes itself when the last one goes. A new object counts 0: its creator calls
+/// `IncRefCount` first. The count is not atomic: an object that threads share needs a lock of its owner.
 class KRCORE_API CKrRefCount
 {
 public:

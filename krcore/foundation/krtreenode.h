@@ -6,19 +6,19 @@
 
 #include <vector>
 
-/// A node that knows its parent and owns its children. Two kinds of operation are kept apart: those that own (`RemoveChild`, `SetChild`,
-/// `RemoveAllChilds` delete what they take out) and those that only edit the list (`...InVector`, `...FromVector` leave the
-/// node alive, its parent link untouched). No operation sets a child's parent link: the caller does, by `SetParent` or the
-/// constructor.
+/// A node that knows its parent and owns its children. Two kinds of operation are kept apart: those that own
+/// (`RemoveChild`, `SetChild`, `RemoveAllChilds` delete what they take out) and those that only edit the list
+/// (`...InVector`, `...FromVector` leave the node alive, its parent link untouched). No operation sets a child's parent
+/// link: the caller does, by `SetParent` or the constructor.
 ///
 ///     auto * const child = new MyNode;
 ///     root.AddChild(child);
 ///     child->SetParent(&root);
 ///     root.RemoveChild(child);                 deletes it
 ///
-/// Truth values are 1 and 0. A pointer that is no child and an index out of range do nothing or give null. When memory runs
-/// out `std::bad_alloc` is thrown and a child that could not be taken is freed. Deliberate: a node that is in its parent's
-/// list, with its parent link set, must be deleted by the parent's `RemoveChild`, never by `delete`.
+/// Truth values are 1 and 0. A pointer that is no child and an index out of range do nothing or give null. When memory
+/// runs out `std::bad_alloc` is thrown and a child that could not be taken is freed. Deliberate: a node that is in its
+/// parent's list, with its parent link set, must be deleted by the parent's `RemoveChild`, never by `delete`.
 class KRCORE_API CKrTreeNode : public CObject
 {
 public:
@@ -47,7 +47,8 @@ public:
 
     /// Appends; neither null nor a duplicate is refused.
     void AddChild(CKrTreeNode * child);
-    /// Before the child at that index, or before the first argument. Deliberate: an index at or past the end does nothing, so this cannot append.
+    /// Before the child at that index, or before the first argument. Deliberate: an index at or past the end does
+    /// nothing, so this cannot append.
     void InsertChild(int index, CKrTreeNode * child);
     void InsertChild(CKrTreeNode * before, CKrTreeNode * child);
     /// Take the child out, clear its parent link and delete it.

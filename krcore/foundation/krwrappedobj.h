@@ -12,8 +12,8 @@
 ///     CKrWrappedObj::ObjId(3).GetObjId()                                      -> 3
 ///     CKrWrappedObj::ObjName(OLESTR("a")) < CKrWrappedObj::ObjName(OLESTR("b"))  -> true
 ///
-/// Deliberate: both comparisons go by the type of the left side alone, and compare that field with the other's, which holds its default in
-/// a handle of another type. So an empty handle equals every handle on its right.
+/// Deliberate: both comparisons go by the type of the left side alone, and compare that field with the other's, which
+/// holds its default in a handle of another type. So an empty handle equals every handle on its right.
 class KRCORE_API CKrWrappedObj
 {
 public:
@@ -47,8 +47,8 @@ public:
 
     /// Pointers, numbers and names (with case) as they are.
     bool operator==(CKrWrappedObj const & other) const;
-    /// Automation objects by identity: by the address of their `IUnknown`, so that two pointers to one object are neither less nor greater. A
-    /// failing `QueryInterface` throws `_com_error`.
+    /// Automation objects by identity: by the address of their `IUnknown`, so that two pointers to one object are
+    /// neither less nor greater. A failing `QueryInterface` throws `_com_error`.
     bool operator<(CKrWrappedObj const & other) const;
 
 protected:

@@ -4,8 +4,8 @@
 #include <krcore/export.h>
 #include <krcore/property/krcontrolparts.h>
 
-/// Name, description, data type and state of an older property or category, kept for clients that were never moved to `CKrAssCtrl`. Mind that the
-/// numbers of the control types differ between the generations.
+/// Name, description, data type and state of an older property or category, kept for clients that were never moved to
+/// `CKrAssCtrl`. Mind that the numbers of the control types differ between the generations.
 class KRCORE_API CKrAssCtrlOld
 {
 public:

@@ -10,9 +10,9 @@
 #include <memory>
 #include <vector>
 
-/// A typed value with sub-properties, kept for clients that were never moved to `CKrProperty`. Name, description and data type live in the
-/// control association, the control type in the property. Deliberate: the typed getters do not convert; a value of another tag
-/// gives -1, false or empty text.
+/// A typed value with sub-properties, kept for clients that were never moved to `CKrProperty`. Name, description and
+/// data type live in the control association, the control type in the property. Deliberate: the typed getters do not
+/// convert; a value of another tag gives -1, false or empty text.
 ///
 ///     CKrPropertyOld width(CKrPropertyOld::ECtrlType::eEditCtrl, OLESTR("Width"), true, true);
 ///     width.SetDouble(2.5);

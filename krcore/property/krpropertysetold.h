@@ -13,10 +13,10 @@ namespace kr::detail
 class CKrPropertyCategory;
 }
 
-/// Categories of older properties, kept for clients that were never moved to `CKrPropertySet`, which it resembles. Categories are objects of their
-/// own here: there is no tree, no visitor and no sorting. An empty category name stands for "_KRPROPDEFCAT_"; names are compared
-/// with case. The set owns everything in it; what it gives is lent. When memory runs out nothing leaks, the set stays as it was,
-/// and a property that could not be taken is freed.
+/// Categories of older properties, kept for clients that were never moved to `CKrPropertySet`, which it resembles.
+/// Categories are objects of their own here: there is no tree, no visitor and no sorting. An empty category name stands
+/// for "_KRPROPDEFCAT_"; names are compared with case. The set owns everything in it; what it gives is lent. When
+/// memory runs out nothing leaks, the set stays as it was, and a property that could not be taken is freed.
 ///
 ///     CKrPropertySetOld set;
 ///     set.CreateProperty(OLESTR("Width"), OLESTR("General"))->SetDouble(0.5);
@@ -32,7 +32,8 @@ public:
     virtual ~CKrPropertySetOld();
 
     // Categories.
-    /// Whether the category exists afterwards: always. Deliberate: the description is stored as it comes, empty included.
+    /// Whether the category exists afterwards: always. Deliberate: the description is stored as it comes, empty
+    /// included.
     bool CreateCategory(CString const & name, CString const & description, bool visible);
     /// With the name as description, visible.
     bool CreateCategory(CString const & name);
@@ -61,23 +62,25 @@ public:
     CKrPropertyOld * CreateProperty(CString const & name, CKrPropertyOld::ECtrlType ctrlType, CString const & category);
     /// Takes the property; false for null.
     bool AddProperty(CKrPropertyOld * property, CString const & category);
-    /// The same before that index; the number of properties appends. Deliberate: a greater index is true, with nothing inserted, and the caller
-    /// keeps the property.
+    /// The same before that index; the number of properties appends. Deliberate: a greater index is true, with nothing
+    /// inserted, and the caller keeps the property.
     bool InsertProperty(unsigned int index, CKrPropertyOld * property, CString const & category);
     CKrPropertyOld * GetProperty(CString const & name, CString const & category) const;
     CKrPropertyOld * GetPropertyAt(unsigned int index, CString const & category) const;
     CKrPropertyOld * GetPropertyByPropName(CString const & name) const;
     int FindPropertyIndex(CString const & name, CString const & category) const;
     unsigned int GetCountProperties(CString const & category) const;
-    /// Deletes all properties of that name. Deliberate: of two neighbours the second stays. False only for a missing category. Whatever is thrown
-    /// inside leaves as a `CKrException` with the location.
+    /// Deletes all properties of that name. Deliberate: of two neighbours the second stays. False only for a missing
+    /// category. Whatever is thrown inside leaves as a `CKrException` with the location.
     bool DeleteProperty(CString const & name, CString const & category);
     bool DeleteProperties();
 
     bool IsEmpty() const noexcept { return m_categories.empty(); }
-    /// Whether this set has all categories and properties of `other`, and they are equal. Deliberate: what only this set has is ignored.
+    /// Whether this set has all categories and properties of `other`, and they are equal. Deliberate: what only this
+    /// set has is ignored.
     bool IsEqual(CKrPropertySetOld const & other) const;
-    /// Takes over values, visibility and state of what both sets have; always true. Where memory runs out some may have been taken.
+    /// Takes over values, visibility and state of what both sets have; always true. Where memory runs out some may have
+    /// been taken.
     bool ChangeValues(CKrPropertySetOld const & other);
 
 private:

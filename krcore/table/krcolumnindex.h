@@ -15,8 +15,8 @@ namespace kr::detail
 /// The key of that counter: "Width" and 7 give "Width_#7#".
 CString MakeColumnKey(CString const & name, int counter);
 
-/// Answers in constant time where the first column of a key stands, and which counter of a name is the lowest free one. It
-/// watches the keys of its columns: any change that it is not told of makes it stale.
+/// Answers in constant time where the first column of a key stands, and which counter of a name is the lowest free one.
+/// It watches the keys of its columns: any change that it is not told of makes it stale.
 class ColumnIndex
 {
 public:
@@ -34,8 +34,8 @@ public:
     std::optional<std::size_t> Find(CString const & key) const;
     CString LowestFreeKey(CString const & name);
 
-    /// Tell a current index that a column came in at `position`, or that the first one of `key` went from there. A failure
-    /// for want of memory, `std::bad_alloc`, leaves the index of no use.
+    /// Tell a current index that a column came in at `position`, or that the first one of `key` went from there. A
+    /// failure for want of memory, `std::bad_alloc`, leaves the index of no use.
     void Inserted(Columns const & columns, std::size_t position);
     void Erased(Columns const & columns, std::size_t position, CString const & key);
 

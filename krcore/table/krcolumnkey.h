@@ -11,8 +11,8 @@ namespace kr::detail
 
 class ColumnIndex;
 
-/// A text that tells whoever watches it when it changes, moves or ends, so that an index over many of them knows when it is
-/// stale. A move takes the watcher along, a copy does not. Watching changes no key, so it is `const`.
+/// A text that tells whoever watches it when it changes, moves or ends, so that an index over many of them knows when
+/// it is stale. A move takes the watcher along, a copy does not. Watching changes no key, so it is `const`.
 class ColumnKey
 {
 public:

@@ -7,8 +7,8 @@
 
 #include <vector>
 
-/// Three names, a list of cells and, if wanted, the automation object that the cells came from or belong to. A copy takes the
-/// names and the cells, and shares the object.
+/// Three names, a list of cells and, if wanted, the automation object that the cells came from or belong to. A copy
+/// takes the names and the cells, and shares the object.
 class KRCORE_API CKrTableColumn
 {
 public:

@@ -6,7 +6,8 @@
 namespace
 {
 
-/// Room for `count` cells, and for more where some were added before: a table that is filled row by row moves each cell a few times only.
+/// Room for `count` cells, and for more where some were added before: a table that is filled row by row moves each cell
+/// a few times only.
 void MakeRoom(std::vector<CString> & cells, std::size_t count)
 {
     if (count > cells.capacity())

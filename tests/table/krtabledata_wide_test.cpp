@@ -1,5 +1,5 @@
-// Tables of many columns, whose keys are looked up: they answer as a search from the first column to the last does, whatever
-// changes the columns.
+// Tables of many columns, whose keys are looked up: they answer as a search from the first column to the last does,
+// whatever changes the columns.
 #include <krcore/table/krtabledata.h>
 
 #include "tests/property/memory_failure.h"
