@@ -2,8 +2,7 @@
 #include <krplatform/coerce/locale_lookup.h>
 #include <krplatform/linux/codepage_of_locale.h>
 #include <krplatform/linux/codepage_process.h>
-
-#include <unistd.h>
+#include <krplatform/linux/environment_snapshot.h>
 
 #include <algorithm>
 #include <atomic>
@@ -18,61 +17,36 @@ namespace kr::detail
 namespace
 {
 
-std::size_t CountOfVariables()
-{
-    std::size_t count = 0;
-    while (environ && environ[count])
-        ++count;
-    return count;
-}
-
-/// The code page of an environment, which is known again by the addresses of its variables and the text of the name:
-/// comparing these takes a fraction of the time of a search for variables.
+/// The code page of an environment, which is known again by its variables and the text of the name.
 class CodePageOfEnvironment
 {
 public:
-    /// Null for an environment without variables, and when memory runs out.
+    /// Null for an environment that cannot be known again, and when memory runs out.
     static CodePageOfEnvironment * Create(std::string_view localeName, UINT codePage);
 
     UINT GetCodePage() const { return m_codePage; }
 
-    /// An array that was freed and made anew in the same place, perhaps a shorter one, begins with another variable.
-    bool IsCurrent() const
-    {
-        return environ == m_environment && environ[0] == m_variables[0] &&
-               std::memcmp(environ, m_variables.get(), (m_count + 1) * sizeof(char *)) == 0 &&
-               std::strcmp(m_nameInEnvironment, m_name.get()) == 0;
-    }
+    bool IsCurrent() const { return m_environment.IsCurrent() && std::strcmp(m_nameInEnvironment, m_name.get()) == 0; }
 
     CodePageOfEnvironment * m_older = nullptr;
 
 private:
     UINT m_codePage = 0;
-    char ** m_environment = nullptr;
-    std::unique_ptr<char *[]> m_variables; ///< and the null behind them
-    std::size_t m_count = 0;
+    EnvironmentSnapshot m_environment;
     char const * m_nameInEnvironment = nullptr; ///< a program may write over the text of a variable
     std::unique_ptr<char[]> m_name;
 };
 
 CodePageOfEnvironment * CodePageOfEnvironment::Create(std::string_view localeName, UINT codePage)
 {
-    std::size_t const count = CountOfVariables();
-    if (count == 0)
-        return nullptr;
     std::unique_ptr<CodePageOfEnvironment> created(new (std::nothrow) CodePageOfEnvironment);
-    if (!created)
+    if (!created || !created->m_environment.Take())
         return nullptr;
-    created->m_variables.reset(new (std::nothrow) char *[count + 1]);
     created->m_name.reset(new (std::nothrow) char[localeName.size() + 1]);
-    if (!created->m_variables || !created->m_name)
+    if (!created->m_name)
         return nullptr;
     created->m_codePage = codePage;
-    created->m_environment = environ;
-    created->m_count = count;
     created->m_nameInEnvironment = localeName.data();
-    std::copy_n(environ, count, created->m_variables.get());
-    created->m_variables[count] = nullptr;
     std::copy_n(localeName.data(), localeName.size() + 1, created->m_name.get());
     return created.release();
 }

@@ -1,10 +1,12 @@
 // The user's locale, as the environment names it.
 
+#include "krplatform/linux/environment_snapshot.h"
 #include "krplatform/linux/facts_cache.h"
 #include "krplatform/linux/locale_icu.h"
 
 #include <unistd.h>
 
+#include <initializer_list>
 #include <string_view>
 
 namespace kr::detail
@@ -13,8 +15,8 @@ namespace kr::detail
 namespace
 {
 
-/// What the environment says of locales, read in one pass: this is asked for at each conversion. Variables that are not
-/// set, or empty, are null.
+/// What the environment says of locales, read in one pass. Variables that are not set are null; an empty one counts as that, but may be
+/// written over later.
 struct LocaleVariables
 {
     char const * all = nullptr;
@@ -26,7 +28,12 @@ struct LocaleVariables
 
     char const * Resolve(char const * category) const noexcept
     {
-        return all ? all : category ? category : language ? language : "C";
+        for (char const * const value : {all, category, language})
+        {
+            if (value && *value)
+                return value;
+        }
+        return "C";
     }
 };
 
@@ -65,8 +72,8 @@ void TakeVariable(char const * entry, LocaleVariables & variables) noexcept
         if (!StartsWith(entry, variable.name))
             continue;
         char const * const value = entry + variable.name.size();
-        if (*value && !(variables.*variable.value))
-            variables.*variable.value = value;
+        if (char const *& held = variables.*variable.value; !held || !*held)
+            held = value;
         return;
     }
 }
@@ -80,6 +87,25 @@ LocaleVariables ReadVariables() noexcept
             TakeVariable(*entry, variables);
     }
     return variables;
+}
+
+struct KnownVariables
+{
+    EnvironmentSnapshot environment;
+    LocaleVariables variables;
+};
+
+constinit thread_local KnownVariables s_known;
+
+/// The variables, which are asked for at each conversion.
+LocaleVariables const & CurrentVariables() noexcept
+{
+    if (!s_known.environment.IsCurrent())
+    {
+        s_known.environment.Take();
+        s_known.variables = ReadVariables();
+    }
+    return s_known.variables;
 }
 
 /// A name of at most 31 bytes, kept without an allocation.
@@ -126,7 +152,7 @@ constinit thread_local LastAnswer s_last;
 
 std::string_view UserLocaleName(LocaleCategory category) noexcept
 {
-    LocaleVariables const variables = ReadVariables();
+    LocaleVariables const variables = CurrentVariables();
     switch (category)
     {
     case LocaleCategory::numbers:
@@ -142,7 +168,7 @@ std::string_view UserLocaleName(LocaleCategory category) noexcept
 
 LocaleFacts const & UserFacts()
 {
-    LocaleVariables const variables = ReadVariables();
+    LocaleVariables const & variables = CurrentVariables();
     char const * const numbers = variables.Resolve(variables.numbers);
     char const * const dates = variables.Resolve(variables.dates);
     char const * const amounts = variables.Resolve(variables.amounts);
