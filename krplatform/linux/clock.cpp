@@ -1,10 +1,12 @@
 #include <krplatform/coerce/locale_lookup.h>
 #include <krplatform/datetime/clock.h>
 #include <krplatform/datetime/timezone.h>
+#include <krplatform/linux/environment_snapshot.h>
 
 #include <time.h>
 
 #include <cerrno>
+#include <mutex>
 
 namespace
 {
@@ -31,9 +33,23 @@ int BreakDown(std::tm * fields, std::int64_t const * seconds, Break breakDown)
     return 0;
 }
 
+constinit std::mutex s_zoneMutex;
+constinit kr::detail::EnvironmentSnapshot s_zoneEnvironment;
+
+/// Has TZ read again, which localtime_r alone need not do; where it cannot have changed this is saved, since it takes a look at the file
+/// of the zone.
+void FollowZone()
+{
+    std::lock_guard const lock(s_zoneMutex);
+    if (s_zoneEnvironment.IsCurrent())
+        return;
+    s_zoneEnvironment.Take();
+    tzset();
+}
+
 std::tm * BreakDownLocal(time_t const * moment, std::tm * fields)
 {
-    tzset(); // localtime_r alone need not look at TZ again
+    FollowZone();
     return localtime_r(moment, fields);
 }
 
