@@ -7,34 +7,59 @@
 #include <krplatform/system/messagebox.h>
 #include <krplatform/system/textfile.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <ctime>
 #include <string>
 
 namespace
 {
 
-// The text in the process code page, with a line end.
-std::string EncodeLine(CString const & text)
+// Adds the text in the process code page, where a character has two bytes at most.
+void AppendEncoded(CString const & text, std::string & line)
 {
-    std::string line;
-    line.reserve(static_cast<std::size_t>(text.GetLength()) + 1);
+    std::size_t const start = line.size();
+    line.resize(start + 2 * static_cast<std::size_t>(text.GetLength()));
+    char * place = line.data() + start;
     for (WCHAR const character : text.View())
     {
         if (character < 128)
         {
-            line += static_cast<char>(character);
+            *place++ = static_cast<char>(character);
             continue;
         }
-        char bytes[2];
-        unsigned int const count =
-            CKrCharFormatter::WcharToAnsiOrUtf8(character, bytes, sizeof bytes, true, false, false);
+        unsigned int const count = CKrCharFormatter::WcharToAnsiOrUtf8(character, place, 2, true, false, false);
         if (count == 1 || count == 2)
-            line.append(bytes, count);
+            place += count;
         else
-            line += '?';
+            *place++ = '?';
     }
-    line += '\n';
-    return line;
+    line.resize(static_cast<std::size_t>(place - line.data()));
+}
+
+void AppendTwoDigits(int number, std::string & line)
+{
+    line += static_cast<char>('0' + number / 10);
+    line += static_cast<char>('0' + number % 10);
+}
+
+// Adds what stands before the text of a line with its location: "%H:%M:%S" in local time, then "-%-30s(%ld): \t".
+void AppendLocation(CString const & name, long number, std::string & line)
+{
+    constexpr int nameWidth = 30;
+    std::tm now{};
+    CTime::GetCurrentTime().GetLocalTm(&now);
+    AppendTwoDigits(now.tm_hour, line);
+    line += ':';
+    AppendTwoDigits(now.tm_min, line);
+    line += ':';
+    AppendTwoDigits(now.tm_sec, line);
+    line += '-';
+    AppendEncoded(name, line);
+    line.append(static_cast<std::size_t>(std::max(nameWidth - name.GetLength(), 0)), ' ');
+    line += '(';
+    line += std::to_string(static_cast<LONG>(number));
+    line += "): \t";
 }
 
 } // namespace
@@ -109,8 +134,12 @@ bool CKrTrace::CheckTrace(CString const & envName)
 
 void CKrTrace::Trace(CString const & text, bool)
 {
-    if (m_bOn)
-        m_pStream->Write(EncodeLine(text));
+    if (!m_bOn)
+        return;
+    std::string encoded;
+    AppendEncoded(text, encoded);
+    encoded += '\n';
+    m_pStream->Write(encoded);
 }
 
 void CKrTrace::Trace(CString const & text, CString const & file, long line)
@@ -119,10 +148,11 @@ void CKrTrace::Trace(CString const & text, CString const & file, long line)
         return;
     int const last = file.ReverseFind(OLESTR('\\'));
     CString const name = last > 0 ? file.Mid(last + 1) : file;
-    CString const time = CTime::GetCurrentTime().Format(OLESTR("%H:%M:%S"));
-    CString prefixed;
-    prefixed.Format(OLESTR("%s-%-30s(%ld): \t"), time, name, line);
-    Trace(prefixed + text, true);
+    std::string encoded;
+    AppendLocation(name, line, encoded);
+    AppendEncoded(text, encoded);
+    encoded += '\n';
+    m_pStream->Write(encoded);
 }
 
 void CKrTrace::Trace(CKrError const & error, bool report)
