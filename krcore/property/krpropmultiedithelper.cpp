@@ -74,6 +74,8 @@ bool CKrPropMultiEditHelperBase::UpdateProperty(CKrProperty const & main, CKrPro
     for (unsigned int index = 0; index < main.GetSubPropertyCount(); ++index)
     {
         CKrProperty const & child = *main.GetSubPropertyAt(index);
+        if (child.IsLeaf() && !child.IsModified())
+            continue; // most are, and need not be sought
         if (CKrProperty * const counterpart = FindCounterpart(child, index, target))
             UpdateProperty(child, *counterpart);
     }
