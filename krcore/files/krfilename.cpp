@@ -207,8 +207,11 @@ void CKrFileName::InsertPath(CString const & path) { SetPath(CKrFileName(path, t
 
 CKrFileName CKrFileName::operator+(CKrFileName const & right) const
 {
-    CKrFileName joined(right);
-    CString dir = m_dir + right.m_dir;
+    TextView const dirs[] = {m_dir.View(), right.m_dir.View()};
+    CString dir = Joined(dirs);
+    CKrFileName joined;
+    joined.m_baseName = right.m_baseName;
+    joined.m_ext = right.m_ext;
     // what holds no colon and nothing to fold reads back as it is, and need not be read again
     if (!dir.IsEmpty() && dir.Find(OLESTR(':')) < 0 && m_drive.Find(OLESTR(':')) < 0 && !NeedsFolding(dir.View()))
     {
@@ -216,6 +219,9 @@ CKrFileName CKrFileName::operator+(CKrFileName const & right) const
         joined.m_dir.swap(dir);
     }
     else
+    {
+        joined.m_dir = right.m_dir;
         joined.InsertPath(GetPath(true));
+    }
     return joined;
 }

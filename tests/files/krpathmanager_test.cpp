@@ -148,7 +148,8 @@ TEST(CKrPathmanager, ClonesIntoAnIndependentTable)
         EXPECT_EQ(TextOf(other->GetRootPath()), OLESTR("C:\\root"));
         EXPECT_EQ(TextOf(other->GetDocPath()), OLESTR("C:\\p"));
     }
-    EXPECT_EQ(typeid(*clone), typeid(CKrPathmanager));
+    CKrPathmanager const & cloned = *clone;
+    EXPECT_EQ(typeid(cloned), typeid(CKrPathmanager));
 }
 
 TEST(CKrPathmanager, ClonesFixedEntriesAsFixed)
@@ -157,7 +158,8 @@ TEST(CKrPathmanager, ClonesFixedEntriesAsFixed)
     manager.SetPath(OLESTR("doc"), Dir(OLESTR("C:\\p")), false);
     CKrPathmanager const & base = manager;
     std::unique_ptr<CKrPathmanager> const clone(base.Clone());
-    EXPECT_EQ(typeid(*clone), typeid(CountedPathmanager));
+    CKrPathmanager const & cloned = *clone;
+    EXPECT_EQ(typeid(cloned), typeid(CountedPathmanager));
     clone->SetUserPath(OLESTR("doc"), Dir(OLESTR("C:\\q")));
     EXPECT_EQ(TextOf(clone->GetDocPath()), OLESTR("C:\\p"));
 }
