@@ -45,24 +45,6 @@ void Parse_Standard(benchmark::State & state)
 }
 BENCHMARK(Parse_Standard)->Name("Parse/std::filesystem::path");
 
-// A text, and the text back.
-
-void RoundTrip_KrCore(benchmark::State & state)
-{
-    CString const text(wideText);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(CKrFileName(text, false).GetFullName(true));
-}
-BENCHMARK(RoundTrip_KrCore)->Name("RoundTrip/KrCore");
-
-void RoundTrip_Standard(benchmark::State & state)
-{
-    std::string const text(narrowText);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(std::filesystem::path(text).string());
-}
-BENCHMARK(RoundTrip_Standard)->Name("RoundTrip/std::filesystem::path");
-
 // A relative name below a directory.
 
 void Join_KrCore(benchmark::State & state)

@@ -28,18 +28,6 @@ void Parse(benchmark::State & state)
 }
 BENCHMARK(Parse)->Name("Parse/boost::filesystem::path");
 
-// A path that only holds the text: nothing is taken apart.
-void RoundTrip(benchmark::State & state)
-{
-    std::string const text(fileText);
-    for (auto _ : state)
-    {
-        std::string const back = path(text).string();
-        benchmark::DoNotOptimize(back);
-    }
-}
-BENCHMARK(RoundTrip)->Name("RoundTrip/boost::filesystem::path");
-
 void Join(benchmark::State & state)
 {
     path const directory("/project/plans");

@@ -22,14 +22,6 @@ void Parse(benchmark::State & state)
 }
 BENCHMARK(Parse)->Name("Parse/QFileInfo");
 
-void RoundTrip(benchmark::State & state)
-{
-    QString const text(fileText);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(QFileInfo(text).filePath());
-}
-BENCHMARK(RoundTrip)->Name("RoundTrip/QFileInfo");
-
 void Join(benchmark::State & state)
 {
     QDir const directory("/project/plans");
