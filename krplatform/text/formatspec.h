@@ -97,7 +97,9 @@ FormatSize const & ReadFormatSize(Char const *& format)
     FormatSize const * longest = nullptr;
     for (FormatSize const & size : formatSizes)
     {
-        bool const fits = std::equal(size.name.begin(), size.name.end(), format); // stops at the terminator
+        // Unit by unit, so that nothing behind the terminator is read.
+        bool const fits =
+            std::equal(size.name.begin(), size.name.end(), format, [](char left, Char right) { return left == right; });
         if (fits && (!longest || size.name.size() > longest->name.size()))
             longest = &size;
     }

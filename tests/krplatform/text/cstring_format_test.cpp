@@ -6,10 +6,14 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <cfloat>
 #include <climits>
 #include <clocale>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <string>
 
@@ -260,4 +264,22 @@ TEST(CStringFormat, RefusesArgumentsThatAreMissingOrDoNotFit)
     EXPECT_EQ(text, OLESTR("old"));
     text.Format(OLESTR("%d"), 1, 2, 3);
     EXPECT_EQ(text, OLESTR("1")) << "more than are asked for are not looked at";
+}
+
+TEST(CStringFormat, ReadsNothingBehindTheEndOfTheFormat)
+{
+    auto const page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    void * const pages = mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(pages, MAP_FAILED);
+    auto * const end = static_cast<char *>(pages) + page;
+    ASSERT_EQ(mprotect(end, page, PROT_NONE), 0);
+    std::memcpy(end - 3, "%X", 3);
+    CStringA narrow;
+    narrow.Format(end - 3, 255u);
+    EXPECT_EQ(narrow, "FF");
+    std::memcpy(end - 6, OLESTR("%X"), 6);
+    CString wide;
+    wide.Format(reinterpret_cast<WCHAR const *>(end - 6), 255u);
+    EXPECT_EQ(wide, OLESTR("FF"));
+    munmap(pages, 2 * page);
 }
