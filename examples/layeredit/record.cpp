@@ -61,7 +61,7 @@ std::string Record::GetBytes() const
 int Record::Find(int code) const
 {
     bool isInList = false;
-    for (std::size_t place = 0; place < m_groups.size() && m_groups[place].code < eExtendedText; ++place)
+    for (std::size_t place = 0; place < m_groups.size(); ++place)
     {
         RecordGroup const & group = m_groups[place];
         if (group.code == eList)

@@ -25,7 +25,8 @@ public:
 
     std::string GetBytes() const;
 
-    /// The place of the first group of that code, lists `102 {...}` and extended data left out; -1 if there is none.
+    /// The place of the first group of that code, lists `102 {...}` left out; -1 if there is none. Codes of extended data begin
+    /// at 1000.
     int Find(int code) const;
     RecordGroup const & GetAt(int place) const { return m_groups[static_cast<std::size_t>(place)]; }
 

@@ -179,9 +179,9 @@ TEST(LayerEditCall, AValueThatIsAlreadySoIsNotRefused)
 {
     MadeDrawing drawing;
     drawing.layers = MadeDrawing::Layer("0", " 70\n1\n") + MadeDrawing::Layer("Defpoints", "290\n0\n");
-    for (Arguments const & arguments :
-         {Arguments{"--all", "-s", "Frozen=1"}, Arguments{"--all", "-s", "Plot=0", "--not", "0"},
-          Arguments{"-l", "0", "-s", "Plot=1"}, Arguments{"--all", "-s", "Description="}})
+    for (Arguments const & arguments : {Arguments{"--all", "-s", "Frozen=1"}, Arguments{"--all", "-s", "Frozen=0"},
+                                        Arguments{"--all", "-s", "Plot=0", "--not", "0"},
+                                        Arguments{"-l", "0", "-s", "Plot=1"}, Arguments{"--all", "-s", "Description="}})
         EXPECT_EQ(CallOn(drawing.Get(), arguments).status, 0) << arguments.back();
 }
 
