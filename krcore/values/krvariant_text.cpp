@@ -10,6 +10,9 @@ namespace
 
 constexpr std::size_t decimalSize = 32;
 
+CString const s_false(OLESTR("0"));
+CString const s_true(OLESTR("1"));
+
 CString TextOfDouble(double value)
 {
     BSTR text = nullptr;
@@ -64,7 +67,7 @@ CString CKrVariant::GetAsString() const
     case eColor:
         return TextOfInteger(operator int());
     case eBool:
-        return CString(operator bool() ? OLESTR('1') : OLESTR('0'));
+        return operator bool() ? s_true : s_false;
     case eOleCurrency:
         return TextOfCurrency(*this);
     case eOleDateTime:
