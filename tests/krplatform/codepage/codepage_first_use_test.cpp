@@ -80,7 +80,7 @@ TEST(CodePageFirstUse, FailsWithoutMemoryAndSucceedsLater)
 /// The process code page needs memory only to be found again sooner.
 TEST(CodePageFirstUse, DISABLED_OfTheProcessCodePage)
 {
-    for (std::size_t const allocation : {1u, 2u, 3u})
+    for (std::size_t const allocation : {1u, 2u})
     {
         std::size_t const before = LiveAllocations();
         FailNthAllocation const fail(allocation);
