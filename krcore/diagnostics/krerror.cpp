@@ -1,6 +1,7 @@
 #include <krcore/diagnostics/krerror.h>
 
 #include <krcore/diagnostics/krmessagepool.h>
+#include <krcore/diagnostics/krsourcelocation.h>
 #include <krplatform/automation/com_error.h>
 #include <krplatform/system/messagebox.h>
 #include <krplatform/system/systemmessage.h>
@@ -73,7 +74,10 @@ CKrError CKrError::SystemError(unsigned long code)
     return CKrError(eSystemError, static_cast<unsigned int>(code), CString());
 }
 
-void CKrError::AddLocation(CString const & file, long line) { m_strLocation.Format(OLESTR("%s(%ld): "), file, line); }
+void CKrError::AddLocation(CString const & file, long line)
+{
+    m_strLocation = kr::detail::SourceLocation{file, line}.ToString();
+}
 
 bool CKrError::FillMessage(CKrMessagePool const & pool)
 {
@@ -145,7 +149,8 @@ bool CKrError::IsIdError(unsigned int id) const noexcept
 
 bool CKrError::IsSystemError(unsigned long code) const noexcept
 {
-    return m_nType == eSystemError && (code == 0 || static_cast<unsigned int>(code) == m_nErrorID);
+    unsigned int const id = static_cast<unsigned int>(code);
+    return m_nType == eSystemError && (id == 0 || id == m_nErrorID);
 }
 
 bool CKrError::operator==(CKrError const & other) const

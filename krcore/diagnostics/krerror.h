@@ -64,7 +64,7 @@ public:
     void SetErrorMessage(CString const & message) { m_strMessage = message; }
     CString GetSecondMessage() const { return m_strSecondMessage; }
     void SetSecondMessage(CString const & message) { m_strSecondMessage = message; }
-    /// Sets the one location, "file(line): "; a second call replaces the first.
+    /// Sets the one location, "file(line): ", with the low 32 bits of the line; a second call replaces the first.
     void AddLocation(CString const & file, long line);
 
     /// Gives an error without a message the one of its number: from the pool or the module's string resources (null: the current
@@ -73,15 +73,15 @@ public:
     bool FillMessage(CKrMessagePool const & pool);
     bool FillMessage(HINSTANCE module);
 
+    /// Shows the formatted message in a box, with the icon of the level unless `style` has one, and returns the answer. Empty text
+    /// is shown too.
+    virtual int ReportError(bool second, bool location, unsigned int style) const;
     /// Message, second message and location, those asked for and not empty, with line ends between them.
     virtual CString GetFormattedMessage(bool second, bool location) const;
     /// The block for the trace file.
     virtual CString GetTraceMessage() const;
-    /// Shows the formatted message in a box, with the icon of the level unless `style` has one, and returns the answer. Empty text
-    /// is shown too.
-    virtual int ReportError(bool second, bool location, unsigned int style) const;
 
-    /// Whether this is an error of that kind and number; 0 stands for any number.
+    /// Whether this is an error of that kind and number, of which the low 32 bits count; 0 stands for any number.
     bool IsIdError(unsigned int id) const noexcept;
     bool IsSystemError(unsigned long code) const noexcept;
 

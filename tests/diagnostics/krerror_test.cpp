@@ -2,6 +2,7 @@
 
 #include "tests/diagnostics/message_box.h"
 #include "tests/diagnostics/spoken_failure.h"
+#include "tests/support/virtual_slot.h"
 
 #include <krcore/diagnostics/krmessagepool.h>
 #include <krplatform/automation/com_error.h>
@@ -45,6 +46,13 @@ TEST_F(CKrErrorTest, HasTheNumbersOfItsKindsAndLevels)
     EXPECT_EQ(CKrError::eInformation, 0);
     EXPECT_EQ(CKrError::eWarning, 1);
     EXPECT_EQ(CKrError::eError, 2);
+}
+
+TEST_F(CKrErrorTest, HasItsVirtualOperationsInTheAgreedOrder)
+{
+    EXPECT_EQ(VirtualSlotOf(&CKrError::ReportError), 2u); // behind the two of the destructor
+    EXPECT_EQ(VirtualSlotOf(&CKrError::GetFormattedMessage), 3u);
+    EXPECT_EQ(VirtualSlotOf(&CKrError::GetTraceMessage), 4u);
 }
 
 TEST_F(CKrErrorTest, IsMadeWithKindNumberAndMessage)
@@ -103,6 +111,8 @@ TEST_F(CKrErrorTest, HoldsOneLocation)
     error.AddLocation(OLESTR("first"), 1);
     error.AddLocation(OLESTR("second"), -2);
     EXPECT_EQ(error.GetFormattedMessage(false, true), OLESTR("second(-2): "));
+    error.AddLocation(OLESTR("100%d"), 4294967301L); // the low 32 bits
+    EXPECT_EQ(error.GetFormattedMessage(false, true), OLESTR("100%d(5): "));
 }
 
 TEST_F(CKrErrorTest, JoinsTheTextsThatAreAskedForAndThere)
@@ -252,6 +262,8 @@ TEST_F(CKrErrorTest, TellsKindsByNumberWithZeroForAny)
         EXPECT_EQ(row.error.IsIdError(0), row.anyId);
         EXPECT_EQ(row.error.IsSystemError(5), row.system5);
         EXPECT_EQ(row.error.IsSystemError(0), row.anySystem);
+        EXPECT_EQ(row.error.IsSystemError(0x100000005ul), row.system5); // the low 32 bits
+        EXPECT_EQ(row.error.IsSystemError(0x100000000ul), row.anySystem);
     }
 }
 
