@@ -8,7 +8,13 @@ CKrErrorStack::CKrErrorStack() : m_stacks(1), m_levels(1, CKrError::eError) {}
 
 CKrErrorStack::CKrErrorStack(CKrErrorStack const & other) = default;
 
-CKrErrorStack & CKrErrorStack::operator=(CKrErrorStack const & other) = default;
+CKrErrorStack & CKrErrorStack::operator=(CKrErrorStack const & other)
+{
+    CKrErrorStack copy(other); // all that can fail: the lists never part from their levels
+    m_stacks.swap(copy.m_stacks);
+    m_levels.swap(copy.m_levels);
+    return *this;
+}
 
 CKrErrorStack::~CKrErrorStack() { Clear(); }
 

@@ -1,6 +1,8 @@
 #include <krcore/diagnostics/krerrorstack.h>
 
 #include "tests/diagnostics/message_box.h"
+#include "tests/support/failing_allocator.h"
+#include "tests/support/virtual_slot.h"
 
 #include <krcore/diagnostics/krmessagepool.h>
 
@@ -40,6 +42,12 @@ struct CountedStack : CKrErrorStack
 };
 
 } // namespace
+
+TEST_F(CKrErrorStackTest, HasItsVirtualOperationsInTheAgreedOrder)
+{
+    EXPECT_EQ(VirtualSlotOf(&CKrErrorStack::ReportErrors), 2u); // behind the two of the destructor
+    EXPECT_EQ(VirtualSlotOf(&CKrErrorStack::GetTraceMessage), 3u);
+}
 
 TEST_F(CKrErrorStackTest, KeepsErrorsAndNothingBelowAtStart)
 {
@@ -169,6 +177,50 @@ TEST_F(CKrErrorStackTest, CopiesListsAndLevels)
         EXPECT_EQ(each->GetErrorCount(), 1u);
     }
     EXPECT_TRUE(stack.IsEmpty());
+}
+
+TEST_F(CKrErrorStackTest, StaysAsItWasWhereMemoryRunsOut)
+{
+    PushTexts({OLESTR("below")});
+    stack.PushNewStack(CKrError::eInformation);
+    PushTexts({OLESTR("top")});
+    CKrErrorStack large;
+    for (int count = 0; count < 300; ++count) // more than the stack has room for
+        large.PushNewStack(CKrError::eWarning);
+    auto const checkUnchanged = [&]
+    {
+        EXPECT_EQ(stack.GetStackCount(), 2u);
+        EXPECT_EQ(stack.GetFormattedMessage(false, true, true), OLESTR("top"));
+    };
+    std::size_t const failures = FailEveryAllocation([&] { stack = large; }, checkUnchanged);
+    EXPECT_GT(failures, 2u);
+    EXPECT_EQ(stack.GetStackCount(), 301u);
+    EXPECT_FALSE(stack.PushError(WithLevel(CKrError::IdError(1), CKrError::eInformation)));
+}
+
+TEST_F(CKrErrorStackTest, GrowsByAListAndItsLevelOrByNeither)
+{
+    for (int count = 0; count < 300; ++count) // across the blocks of both
+    {
+        for (std::size_t n = 1;; ++n)
+        {
+            unsigned int const before = stack.GetStackCount();
+            FailNthAllocation const fail(n);
+            try
+            {
+                stack.PushNewStack(CKrError::eWarning);
+                break;
+            }
+            catch (std::bad_alloc const &)
+            {
+                ASSERT_EQ(stack.GetStackCount(), before);
+                ASSERT_FALSE(stack.PushError(WithLevel(CKrError::IdError(1), CKrError::eInformation)));
+            }
+        }
+    }
+    EXPECT_EQ(stack.GetStackCount(), 301u);
+    while (stack.PopStack()) {}
+    EXPECT_FALSE(stack.PushError(WithLevel(CKrError::IdError(1), CKrError::eWarning))); // the first level is back
 }
 
 TEST_F(CKrErrorStackTest, ComesToLifeWhenItIsAskedForWithCreate)
