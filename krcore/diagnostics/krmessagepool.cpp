@@ -20,7 +20,16 @@ CKrMessagePool::CKrMessagePool() = default;
 
 CKrMessagePool::CKrMessagePool(CKrMessagePool const & other) = default;
 
-CKrMessagePool & CKrMessagePool::operator=(CKrMessagePool const & other) = default;
+CKrMessagePool & CKrMessagePool::operator=(CKrMessagePool const & other)
+{
+    auto groups = other.m_groups; // all that can fail comes before the first change
+    auto ranges = other.m_ranges;
+    auto mappings = other.m_mappings;
+    m_groups.swap(groups);
+    m_ranges.swap(ranges);
+    m_mappings.swap(mappings);
+    return *this;
+}
 
 CKrMessagePool::~CKrMessagePool()
 {

@@ -32,6 +32,7 @@ public:
     CKrMessagePool();
     /// Deliberate: a copy shares the groups of its source, and each of the two would free them, so only one may be destroyed.
     CKrMessagePool(CKrMessagePool const & other);
+    /// Deliberate: the same; groups that it had are let go, not freed.
     CKrMessagePool & operator=(CKrMessagePool const & other);
     virtual ~CKrMessagePool();
 

@@ -1,6 +1,7 @@
 #include <krcore/diagnostics/krmessagepool.h>
 
 #include "tests/diagnostics/message_box.h"
+#include "tests/support/failing_allocator.h"
 
 #include <krplatform/system/resource.h>
 #include <krplatform/text/bstr.h>
@@ -84,6 +85,72 @@ TEST(CKrMessagePool, RemovesMessagesAndGroups)
     EXPECT_FALSE(pool.RemoveMessageGroup(s_b));
     EXPECT_TRUE(pool.RemoveMessageGroup(s_a));
     EXPECT_FALSE(pool.RemoveMessageGroup(s_a));
+}
+
+TEST(CKrMessagePool, FreesItsGroups)
+{
+    std::size_t const before = LiveAllocations();
+    {
+        CKrMessagePool pool;
+        for (CString const & group : {s_default, s_a, s_b})
+        {
+            pool.AddMessageGroup(group);
+            pool.AddMessage(1, OLESTR("one"), group);
+            pool.SetIDRange(1, 2, group);
+        }
+        std::size_t const ofThree = LiveAllocations();
+        pool.RemoveMessageGroup(s_a);
+        EXPECT_LT(LiveAllocations(), ofThree);
+        EXPECT_FALSE(pool.AddMessageGroup(s_b)); // a group that is refused is freed
+    }
+    EXPECT_EQ(LiveAllocations(), before);
+}
+
+TEST(CKrMessagePool, StaysAsItWasWhereMemoryRunsOut)
+{
+    CKrMessagePool pool;
+    pool.AddMessageGroup(s_default);
+    CString const text(OLESTR("one"));
+    auto const checkUnchanged = [&]
+    {
+        EXPECT_EQ(FindIn(pool, 1, s_default), OLESTR("-"));
+        EXPECT_EQ(FindIn(pool, 1, s_a), OLESTR("-"));
+    };
+    EXPECT_GT(FailEveryAllocation([&] { EXPECT_TRUE(pool.AddMessageGroup(s_a)); }, checkUnchanged), 0u);
+    EXPECT_GT(FailEveryAllocation([&] { EXPECT_TRUE(pool.AddMessage(1, text, s_a)); }, checkUnchanged), 0u);
+    EXPECT_EQ(FindIn(pool, 1, s_a), OLESTR("one"));
+}
+
+TEST(CKrMessagePool, KeepsTheMappingsToAGroupThatIsRemoved)
+{
+    CKrMessagePool pool;
+    pool.AddMessageGroup(s_a);
+    pool.MapID(5, 6, s_a);
+    pool.RemoveMessageGroup(s_a);
+    pool.AddMessageGroup(s_default);
+    pool.AddMessage(5, OLESTR("five"), s_default);
+    EXPECT_EQ(Find(pool, 5), OLESTR("-")); // still asked of A
+    pool.AddMessageGroup(s_a);
+    pool.AddMessage(6, OLESTR("six of A"), s_a);
+    EXPECT_EQ(Find(pool, 5), OLESTR("six of A"));
+}
+
+TEST(CKrMessagePool, TakesTheEmptyNameForTheDefaultGroupEverywhere)
+{
+    CKrMessagePool pool;
+    pool.AddMessageGroup(s_default);
+    pool.AddMessageGroup(s_a);
+    pool.AddMessage(6, OLESTR("six"), s_default);
+    pool.AddMessage(7, OLESTR("seven of A"), s_a);
+    pool.MapID(5, 6, s_default);
+    EXPECT_EQ(Find(pool, 5), OLESTR("six"));
+    EXPECT_TRUE(pool.SetIDRange(7, 7, s_default));
+    EXPECT_EQ(Find(pool, 7), OLESTR("-")); // asked of the default group alone
+    EXPECT_TRUE(pool.LoadAllMessages(s_default));
+    EXPECT_TRUE(pool.RemoveMessage(6, s_default));
+    EXPECT_EQ(Find(pool, 5), OLESTR("-"));
+    EXPECT_TRUE(pool.RemoveMessageGroup(s_default));
+    EXPECT_EQ(Find(pool, 7), OLESTR("seven of A")); // its range is gone with it
 }
 
 TEST(CKrMessagePool, AsksTheMappingFirstAndNothingElse)
@@ -218,6 +285,27 @@ TEST(CKrMessagePool, LoadsAllListedTextsOfAKeepingGroup)
     AfxSetResourceHandle(before);
 }
 
+TEST(CKrMessagePool, LoadsNothingWhereItWouldNotBeKeptOrMoreIsServed)
+{
+    MessageBoxRecorder boxes(IDYES);
+    HINSTANCE const before = AfxGetResourceHandle();
+    CKrMessagePool pool;
+    CString const keepsAll(OLESTR("keeps all")), keepsNone(OLESTR("keeps none")), database(OLESTR("database"));
+    pool.AddMessageGroup(keepsAll, nullptr, false, true);
+    pool.AddMessageGroup(keepsNone, nullptr, true, false);
+    pool.AddMessageGroup(database, CString(), CString(), true, true);
+    for (CString const & group : {keepsAll, keepsNone, database})
+    {
+        pool.AddMessage(101, CString(), group);
+        EXPECT_TRUE(pool.LoadAllMessages(group));
+    }
+    EXPECT_EQ(boxes.Shown(), 0);
+    AfxSetResourceHandle(AfxModuleFromAddress(reinterpret_cast<void const *>(&SysFreeString))); // without texts
+    EXPECT_EQ(FindIn(pool, 101, keepsAll), OLESTR("-"));
+    EXPECT_EQ(FindIn(pool, 101, keepsNone), OLESTR("-"));
+    AfxSetResourceHandle(before);
+}
+
 TEST(CKrMessagePool, ShowsABoxForEveryLookUpThatReachesADatabase)
 {
     MessageBoxRecorder boxes(IDYES);
@@ -244,6 +332,33 @@ TEST(CKrMessagePool, SharesItsGroupsWithACopy)
     static CKrMessagePool * const copy = new CKrMessagePool(pool); // never destroyed: it would free the groups again
     copy->AddMessage(1, OLESTR("one"), s_a);
     EXPECT_EQ(Find(pool, 1), OLESTR("one"));
+}
+
+TEST(CKrMessagePool, IsAssignedAsAWholeOrNotAtAll)
+{
+    CKrMessagePool source;
+    source.AddMessageGroup(s_a);
+    source.AddMessage(1, OLESTR("of the source"), s_a);
+    source.SetIDRange(1, 1, s_a);
+    source.MapID(2, 1, s_a);
+    static CKrMessagePool * const target = new CKrMessagePool; // never destroyed: it shares the groups
+    target->AddMessageGroup(s_b);
+    target->AddMessage(1, OLESTR("own"), s_b);
+    static CKrMessagePool * const keeper = new CKrMessagePool(*target); // of the group that is let go
+    std::size_t const failures = FailEveryAllocation([&] { *target = source; },
+                                                     [&]
+                                                     {
+                                                         EXPECT_EQ(Find(*target, 1), OLESTR("own"));
+                                                         EXPECT_EQ(Find(*target, 2), OLESTR("-"));
+                                                     });
+    EXPECT_EQ(failures, 3u);
+    EXPECT_EQ(Find(*target, 1), OLESTR("of the source"));
+    EXPECT_EQ(Find(*target, 2), OLESTR("of the source"));
+    EXPECT_EQ(FindIn(*target, 1, s_b), OLESTR("-"));
+    EXPECT_EQ(Find(*keeper, 1), OLESTR("own"));
+    CKrMessagePool const & self = *target;
+    *target = self;
+    EXPECT_EQ(Find(*target, 2), OLESTR("of the source"));
 }
 
 TEST(CKrMessagePool, ReportsNothing)
