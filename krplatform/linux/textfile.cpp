@@ -2,6 +2,8 @@
 
 #include <krplatform/system/file.h>
 
+#include <new>
+
 namespace kr::detail
 {
 
@@ -17,6 +19,8 @@ bool TextFile::Open(WCHAR const * name)
 {
     HANDLE const file = CreateFileW(name, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, CREATE_ALWAYS,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE && GetLastError() == ERROR_NOT_ENOUGH_MEMORY)
+        throw std::bad_alloc();
     if (file == INVALID_HANDLE_VALUE)
         return false;
     if (m_file != INVALID_HANDLE_VALUE)

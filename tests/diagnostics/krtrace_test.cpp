@@ -2,10 +2,12 @@
 
 #include "tests/diagnostics/message_box.h"
 #include "tests/support/child_process.h"
+#include "tests/support/failing_allocator.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -45,6 +47,19 @@ protected:
 
     std::filesystem::path path;
 };
+
+/// The calls of the system that have written so far in this process; -1 where the system does not count them.
+long CountWrites()
+{
+    std::ifstream stream("/proc/self/io");
+    std::string name;
+    for (long value; stream >> name >> value;)
+    {
+        if (name == "syscw:")
+            return value;
+    }
+    return -1;
+}
 
 CKrException MakeException(CKrException::ELevel level) { return CKrException(OLESTR("a"), OLESTR("f"), 3, level); }
 
@@ -109,21 +124,42 @@ TEST_F(CKrTraceTest, WritesEachLineAtOnce)
     EXPECT_EQ(Written(), "one\n\na\nb\n");
 }
 
+TEST_F(CKrTraceTest, WritesEachLineByOneCallOfTheSystem)
+{
+    if (CountWrites() < 0)
+        GTEST_SKIP() << "the system does not count calls";
+    CKrTrace trace(Name(), CString());
+    long const before = CountWrites();
+    trace.Trace(OLESTR("a plain line"), true);
+    EXPECT_EQ(CountWrites(), before + 1);
+    trace.Trace(OLESTR("W\u00E4nde\nand a second line"), true);
+    EXPECT_EQ(CountWrites(), before + 2);
+    trace.Trace(OLESTR("located"), OLESTR("krdll"), 270);
+    EXPECT_EQ(CountWrites(), before + 3);
+    trace.Trace(CKrError::IdError(5), false);
+    EXPECT_EQ(CountWrites(), before + 4);
+}
+
 TEST_F(CKrTraceTest, PutsTimeAndLocationInFront)
 {
     // clang-format off
-    struct { WCHAR const * file; char const * shown; } const rows[] = {
-        { OLESTR("krdll"),        "krdll                         " },   // 30 characters
-        { OLESTR("a\\b\\c.txt"),  "c.txt                         " },
-        { OLESTR("\\c.txt"),      "\\c.txt                        " },   // its only backslash is the first character
-        { OLESTR("a/b"),          "a/b                           " },   // no separator
-        { OLESTR("a-name-that-is-longer-than-thirty"), "a-name-that-is-longer-than-thirty" },
+    struct { WCHAR const * file; long number; char const * shown; } const rows[] = {
+        { OLESTR("krdll"),        270,         "krdll                         (270)" },   // 30 characters
+        { OLESTR("a\\b\\c.txt"),  270,         "c.txt                         (270)" },
+        { OLESTR("\\c.txt"),      270,         "\\c.txt                        (270)" },   // its only backslash is the first character
+        { OLESTR("a/b"),          270,         "a/b                           (270)" },   // no separator
+        { OLESTR("a\\"),          270,         "                              (270)" },
+        { OLESTR(""),             0,           "                              (0)"   },
+        { OLESTR("%s"),           -1,          "%s                            (-1)"  },
+        { OLESTR("krdll"),        4294967301L, "krdll                         (5)"   },   // the low 32 bits
+        { OLESTR("a-name-of-thirty-characters-xx"),    270, "a-name-of-thirty-characters-xx(270)"    },
+        { OLESTR("a-name-that-is-longer-than-thirty"), 270, "a-name-that-is-longer-than-thirty(270)" },
     };
     // clang-format on
     for (auto const & row : rows)
     {
         CKrTrace trace(Name(), CString());
-        trace.Trace(OLESTR("text"), row.file, 270);
+        trace.Trace(OLESTR("text"), row.file, row.number);
         std::string line = Written();
         ASSERT_GT(line.size(), 8u);
         for (std::size_t const digit : {0, 1, 3, 4, 6, 7}) // the time
@@ -131,8 +167,34 @@ TEST_F(CKrTraceTest, PutsTimeAndLocationInFront)
             EXPECT_TRUE(line[digit] >= '0' && line[digit] <= '9') << line;
             line[digit] = '0';
         }
-        EXPECT_EQ(line, std::string("00:00:00-") + row.shown + "(270): \ttext\n");
+        EXPECT_EQ(line, std::string("00:00:00-") + row.shown + ": \ttext\n");
     }
+}
+
+TEST_F(CKrTraceTest, DISABLED_TellsTheTimeOfTheUsersZone)
+{
+    auto const clock = []
+    {
+        std::time_t const now = std::time(nullptr) + (5 * 60 + 30) * 60; // the zone that the other test sets
+        std::tm fields{};
+        gmtime_r(&now, &fields);
+        char text[9] = "";
+        std::strftime(text, sizeof text, "%H:%M:%S", &fields);
+        return std::string(text);
+    };
+    CKrTrace trace(Name(), CString());
+    std::string const before = clock();
+    trace.Trace(OLESTR("text"), OLESTR("file"), 1);
+    std::string const after = clock();
+    std::string const written = Written().substr(0, 8);
+    EXPECT_TRUE(before <= after ? before <= written && written <= after : written >= before || written <= after)
+        << before << " " << written << " " << after;
+}
+
+TEST_F(CKrTraceTest, TellsTheTimeOfTheUsersZone)
+{
+    ChildResult const result = RunTestInChild("CKrTraceTest.DISABLED_TellsTheTimeOfTheUsersZone", {{"TZ", "KRT-5:30"}});
+    EXPECT_EQ(result.exitStatus, 0) << result.output;
 }
 
 TEST_F(CKrTraceTest, DISABLED_WritesInAWesternCodePage)
@@ -156,6 +218,9 @@ TEST_F(CKrTraceTest, DISABLED_WritesWhatFitsTwoBytesInUtf8)
     CKrTrace trace(Name(), CString());
     trace.Trace(OLESTR("\u00E4\u20AC"), true);
     EXPECT_EQ(Written(), "\xC3\xA4?\n");
+    trace.Trace(OLESTR("\u00FC"), OLESTR("W\u00E4nde"), 1);
+    std::string const padding(25, ' '); // of 30 characters, not bytes
+    EXPECT_EQ(Written().substr(13), "W\xC3\xA4nde" + padding + "(1): \t\xC3\xBC\n");
 }
 
 TEST_F(CKrTraceTest, WritesWhatFitsTwoBytesInUtf8)
@@ -254,6 +319,33 @@ TEST_F(CKrTraceTest, LosesItsLinesSilentlyWhereTheFileCannotBeOpenedOrWritten)
     EXPECT_EQ(boxes.Shown(), 0);
 }
 
+TEST_F(CKrTraceTest, IsOffAndSaysSoWhereOpeningTheFileThrows)
+{
+    MessageBoxRecorder boxes(IDYES);
+    CString const name = Name(), none;
+    int failures = 0;
+    for (std::size_t n = 1;; ++n)
+    {
+        FailNthAllocation const fail(n);
+        try
+        {
+            CKrTrace const trace(name, none);
+            EXPECT_EQ(trace.IsOn(), !fail.HasFailed());
+            if (!fail.HasFailed())
+                break;
+        }
+        catch (std::bad_alloc const &) // of the stream's own storage
+        {
+            continue;
+        }
+        EXPECT_EQ(boxes.Shown(), ++failures);
+        EXPECT_EQ(boxes.Text(), OLESTR("can\u00B4t open trace file"));
+        EXPECT_EQ(boxes.Style(), 0u);
+        EXPECT_EQ(boxes.HelpContext(), 0u);
+    }
+    EXPECT_GT(failures, 0);
+}
+
 TEST_F(CKrTraceTest, IsOneForTheProcess)
 {
     EXPECT_EQ(CKrTrace::GetObjectW(false), nullptr);
@@ -290,10 +382,21 @@ TEST_F(CKrTraceTest, SharesItsFileWithACopy)
 {
     auto trace = std::make_unique<CKrTrace>(Name(), CString());
     trace->SetErrorLevel(CKrException::eLevelCritical);
+    trace->SetReportError(false);
+    trace->SetReportAllExceptions(true);
     CKrTrace copy(*trace);
-    EXPECT_EQ(copy.GetErrorLevel(), CKrException::eLevelCritical);
+    CountedTrace assigned;
+    assigned.CKrTrace::operator=(*trace);
+    for (CKrTrace const * const each : {&copy, static_cast<CKrTrace *>(&assigned)})
+    {
+        EXPECT_EQ(each->GetErrorLevel(), CKrException::eLevelCritical);
+        EXPECT_FALSE(each->GetReportError());
+        EXPECT_TRUE(each->GetReportAllExceptions());
+        EXPECT_TRUE(each->IsOn());
+    }
     trace->Trace(OLESTR("one"), true);
     trace.reset();
     copy.Trace(OLESTR("two"), true);
-    EXPECT_EQ(Written(), "one\ntwo\n");
+    assigned.Trace(OLESTR("three"), true);
+    EXPECT_EQ(Written(), "one\ntwo\nthree\n");
 }
