@@ -4,6 +4,7 @@
 #include <krplatform/base/cexception.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace kr
@@ -20,16 +21,28 @@ class matrix
 public:
     matrix() = default;
     matrix(matrix const &) = default;
-    matrix(matrix &&) noexcept = default;
-    matrix & operator=(matrix const &) = default;
-    matrix & operator=(matrix &&) noexcept = default;
+    /// The source is left without rows and columns.
+    matrix(matrix && other) noexcept
+        : m_rows(std::exchange(other.m_rows, 0)),
+          m_columns(std::exchange(other.m_columns, 0)),
+          m_elements(std::move(other.m_elements))
+    {
+    }
+    /// Copies, or moves from a temporary. When memory runs out the matrix stays as it was.
+    matrix & operator=(matrix other) noexcept
+    {
+        m_rows = other.m_rows;
+        m_columns = other.m_columns;
+        m_elements.swap(other.m_elements);
+        return *this;
+    }
     virtual ~matrix() = default;
 
     int GetRows() const noexcept { return m_rows; }
     int GetColumns() const noexcept { return m_columns; }
 
     /// Makes the matrix that large. The elements stay in their order, row after row, whatever the old shape was; numbers below 0
-    /// count as 0.
+    /// count as 0. Throws `std::bad_alloc` or `std::length_error` for more elements than memory holds; the matrix then stays as it was.
     void Resize(int rows, int columns)
     {
         rows = std::max(rows, 0);
