@@ -103,7 +103,11 @@ CKrVariant & CKrVariant::operator=(CKrVariant const & other)
 
 CKrVariant & CKrVariant::operator=(CKrVariant && other) noexcept
 {
-    AttachFrom(other);
+    if (this != &other)
+    {
+        COleVariant::operator=(static_cast<COleVariant &&>(other));
+        m_type = std::exchange(other.m_type, eInvalid);
+    }
     return *this;
 }
 

@@ -24,8 +24,10 @@
 ///     CKrVariant(CKrColor(5)).IsColor()                      -> true, and its VARIANT holds the long -5
 ///     CKrVariant(5) == CKrVariant(5.0)                       -> false: `vt` and value are compared, the tag is not
 ///
-/// Only want of memory throws (`CMemoryException *`), and reading a composite kind from a value that has no such array
-/// (`COleException *`).
+/// What throws: want of memory (`CMemoryException *`, `std::bad_alloc` where a vector is filled), and with a `COleException *`
+/// reading a composite kind from a value that has no such array, a `VARIANT` whose `vt` the platform cannot copy
+/// (DISP_E_BADVARTYPE), replacing a value that holds a locked array (DISP_E_ARRAYISLOCKED; a move does not throw and leaves that
+/// array to whoever locked it). The value then stays as it was.
 class KRCORE_API CKrVariant : public COleVariant
 {
 public:

@@ -1,9 +1,11 @@
 #include <krcore/values/krvariant.h>
 
 #include "tests/krplatform/automation/counted_object.h"
+#include "tests/krplatform/automation/thrown_result.h"
 #include "tests/support/failing_allocator.h"
 #include "tests/support/text.h"
 
+#include <krplatform/automation/safearray.h>
 #include <krplatform/text/bstr.h>
 
 #include <gtest/gtest.h>
@@ -222,6 +224,10 @@ TEST(CKrVariant, LeavesTheSourceOfAMoveInvalid)
     source = std::move(moved);
     EXPECT_EQ(source.bstrVal, text);
     EXPECT_FALSE(moved.IsValid());
+    CKrVariant & same = source;
+    source = std::move(same);
+    EXPECT_EQ(source.bstrVal, text);
+    EXPECT_TRUE(source.IsString());
 }
 
 TEST(CKrVariant, AttachesFromAVariant)
@@ -350,6 +356,28 @@ TEST(CKrVariant, RaisesThePlatformsFailureForATagThatIsNone)
         int);
 }
 
+TEST(CKrVariant, KeepsALockedArrayButForAMove)
+{
+    CKrVariant value(std::vector<long>{7});
+    SAFEARRAY * const array = value.parray;
+    ASSERT_EQ(SafeArrayLock(array), S_OK);
+    CKrVariant other(CKrColor(5));
+    VARIANT number = MakeBits(VT_I4, 7);
+    EXPECT_EQ(ThrownResult([&] { value = std::as_const(other); }), DISP_E_ARRAYISLOCKED);
+    EXPECT_EQ(ThrownResult([&] { value.AttachFrom(other); }), DISP_E_ARRAYISLOCKED);
+    EXPECT_EQ(ThrownResult([&] { value.AttachFrom(number); }), DISP_E_ARRAYISLOCKED);
+    EXPECT_EQ(value.parray, array);
+    EXPECT_TRUE(value.IsLongVector());
+    EXPECT_TRUE(other.IsColor());
+    EXPECT_EQ(number.vt, VT_I4);
+    value = std::move(other); // does not throw
+    EXPECT_TRUE(value.IsColor());
+    EXPECT_EQ(value.lVal, -5);
+    EXPECT_FALSE(other.IsValid());
+    ASSERT_EQ(SafeArrayUnlock(array), S_OK);
+    EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+}
+
 TEST(CKrVariant, LeaksNothingWhereMemoryRunsOut)
 {
     CString const text(OLESTR("wall"));
@@ -366,7 +394,10 @@ TEST(CKrVariant, LeaksNothingWhereMemoryRunsOut)
     };
     EXPECT_GE(FailEveryAllocation([&] { CKrVariant made(text); }, isMemoryFailure), 1u);
     EXPECT_GE(FailEveryAllocation([&] { CKrVariant copy(value); }, isMemoryFailure), 1u);
+    EXPECT_GE(FailEveryAllocation([&] { CKrVariant copy(static_cast<VARIANT const &>(value)); }, isMemoryFailure), 1u);
     EXPECT_GE(FailEveryAllocation([] { CKrVariant made("wall"); }, isMemoryFailure), 1u);
+    EXPECT_GE(FailEveryAllocation([] { CKrVariant made(L"wall"); }, isMemoryFailure), 1u);
+    EXPECT_GE(FailEveryAllocation([] { CKrVariant made(OLESTR("wall")); }, isMemoryFailure), 1u);
     CKrVariant kept(7);
     FailEveryAllocation(
         [&]
