@@ -13,12 +13,12 @@ namespace
                        CKrException::eLevelNormal);
 }
 
-// The attribute's value as the platform converts it, raising its failure where it cannot.
-COleVariant ReadAs(CKrAttrData const & attribute, VARTYPE type)
+// A copy of the value as the platform converts it, raising its failure where it cannot.
+COleVariant ReadAs(VARIANT const & value, VARTYPE type)
 {
-    COleVariant value(static_cast<VARIANT const &>(attribute.GetValue()));
-    value.ChangeType(type);
-    return value;
+    COleVariant copy(value);
+    copy.ChangeType(type);
+    return copy;
 }
 
 } // namespace
@@ -32,7 +32,8 @@ CKrAttrList::CKrAttrList(CKrAttrList const & other) : m_attributes(other.m_attri
 
 CKrAttrList & CKrAttrList::operator=(CKrAttrList const & other)
 {
-    m_attributes = other.m_attributes;
+    if (this != &other)
+        std::map(other.m_attributes).swap(m_attributes); // whole or not at all
     return *this;
 }
 
@@ -132,31 +133,31 @@ void CKrAttrList::AddString(CString const & key, CString const & value) { SetStr
 bool CKrAttrList::GetBool(CString const & key, bool defaultValue) const
 {
     CKrAttrData const * const attribute = Find(key);
-    return attribute ? ReadAs(*attribute, VT_BOOL).boolVal == VARIANT_TRUE : defaultValue;
+    return attribute ? ReadAs(attribute->m_value, VT_BOOL).boolVal == VARIANT_TRUE : defaultValue;
 }
 
 double CKrAttrList::GetDouble(CString const & key, double defaultValue) const
 {
     CKrAttrData const * const attribute = Find(key);
-    return attribute ? ReadAs(*attribute, VT_R8).dblVal : defaultValue;
+    return attribute ? ReadAs(attribute->m_value, VT_R8).dblVal : defaultValue;
 }
 
 long CKrAttrList::GetLong(CString const & key, long defaultValue) const
 {
     CKrAttrData const * const attribute = Find(key);
-    return attribute ? ReadAs(*attribute, VT_I4).lVal : defaultValue;
+    return attribute ? ReadAs(attribute->m_value, VT_I4).lVal : defaultValue;
 }
 
 CString CKrAttrList::GetString(CString const & key, CString const & defaultValue) const
 {
     CKrAttrData const * const attribute = Find(key);
-    return attribute ? CString(ReadAs(*attribute, VT_BSTR)) : defaultValue;
+    return attribute ? CString(ReadAs(attribute->m_value, VT_BSTR)) : defaultValue;
 }
 
 void * CKrAttrList::GetPtr(CString const & key, void * defaultValue) const
 {
     CKrAttrData const * const attribute = Find(key);
-    return attribute ? ReadAs(*attribute, VT_PTR).byref : defaultValue;
+    return attribute ? ReadAs(attribute->m_value, VT_PTR).byref : defaultValue;
 }
 
 bool CKrAttrList::GetBoolAdd(CString const & key, bool defaultValue, CString const & description)

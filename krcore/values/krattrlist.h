@@ -47,7 +47,8 @@ private:
 ///     list.GetValue(OLESTR("y"))                            throws "Attribute y nicht enthalten"
 ///
 /// Failures of the list are `CKrException` of level normal, without a location; it then stays as it was. A value that
-/// cannot be read as the wanted type raises the platform's failure: the default does not stand in for it.
+/// cannot be read as the wanted type raises the platform's failure: the default does not stand in for it. When memory runs out
+/// (`std::bad_alloc`, `CMemoryException *`) the list stays as it was too; `AppendAttrList` keeps what it has appended by then.
 class KRCORE_API CKrAttrList : public CObject
 {
 public:
@@ -67,7 +68,7 @@ public:
     bool Includes(CKrAttrData const & attribute) const;
 
     /// The entry at that place in the order of keys, valid until it is removed. Throws "Attributindex ueberschreitet Map-size!"
-    /// at or past the end. Deliberate: a negative index gives the first entry.
+    /// at or past the end. Deliberate: a negative index gives the first entry, and throws in an empty list.
     CKrAttrData const & At(int index) const;
     /// The entry of that key, valid until it is removed. This and the next three throw where it is missing.
     CKrAttrData const & GetAttr(CString const & key) const;

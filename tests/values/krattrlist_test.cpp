@@ -1,7 +1,7 @@
 #include <krcore/values/krattrlist.h>
 
 #include "tests/krplatform/automation/thrown_result.h"
-#include "tests/support/failing_allocator.h"
+#include "tests/property/memory_failure.h"
 #include "tests/support/text.h"
 
 #include <krcore/diagnostics/krexception.h>
@@ -199,6 +199,7 @@ TEST(CKrAttrList, CopiesDeeply)
     CKrAttrList const & alias = assigned;
     assigned = alias;
     EXPECT_EQ(assigned.size(), 1);
+    EXPECT_EQ(assigned.GetLong(OLESTR("a"), 0), 1);
     assigned.clear();
     EXPECT_EQ(assigned.size(), 0);
 }
@@ -302,22 +303,21 @@ TEST(CKrAttrList, LeaksNothingAndStaysAsItWasWhereMemoryRunsOut)
 {
     CString const key(OLESTR("x"));
     CString const text(OLESTR("text"));
-    auto const isMemoryFailure = []
-    {
-        try
-        {
-            throw;
-        }
-        catch (CMemoryException *)
-        {
-        }
-        catch (std::bad_alloc const &)
-        {
-        }
-    };
+    auto const isMemoryFailure = [] { ExpectWantOfMemory(); };
     CKrAttrList filled;
     filled.SetString(key, text, text);
     EXPECT_GE(FailEveryAllocation([&] { CKrAttrList copy(filled); }, isMemoryFailure), 2u);
+    EXPECT_GE(FailEveryAllocation([&] { CKrAttrData const made(key, text, text); }, isMemoryFailure), 1u);
+    CKrAttrList assigned;
+    assigned.AddLong(OLESTR("own"), 7);
+    auto const isOld = [&assigned]
+    {
+        ASSERT_EQ(assigned.size(), 1);
+        EXPECT_EQ(assigned.GetLong(OLESTR("own"), 0), 7);
+    };
+    std::size_t const failures = FailUntilItPasses([&] { assigned = filled; }, isOld);
+    EXPECT_EQ(failures, 2u) << "the entry and its value";
+    EXPECT_EQ(assigned.GetString(key, CString()), text);
     EXPECT_GE(FailEveryAllocation(
                   [&]
                   {
