@@ -69,21 +69,23 @@ private:
 ///     list.GetSelectedIDs()                       -> "wall;door"
 ///     CKrOptionList(list).GetOptionCount()        -> 0: a copy has no options
 ///
-/// The list owns its items; what it gives is lent until the item is deleted. What is not found does nothing or gives null or false. Case counts.
+/// The list owns its items; what it gives is lent until the item is deleted. What is not found does nothing or gives null or false. Case counts. When memory runs out
+/// (`std::bad_alloc`, `CMemoryException *`) an operation on one option changes nothing; one on several keeps what it has done by then.
 class KRCORE_API CKrOptionList
 {
 public:
     CKrOptionList();
     /// Deliberate: copies no options.
     CKrOptionList(CKrOptionList const & other);
-    /// Deliberate: deletes the own options and copies none. Look-ups by identifier need a `Clear` afterwards.
+    /// Deliberate: deletes the own options and copies none. The index keeps the old identifiers of what is deleted: before a `Clear`, nothing
+    /// may be looked up or added by identifier.
     CKrOptionList & operator=(CKrOptionList const & other);
     virtual ~CKrOptionList();
 
     /// Adds a copy, or assigns it to the item of that identifier; null without identifier and text.
     CKrOptionListItem * AddOption(CKrOptionListItem const & item);
-    /// Adds an item, or selects the one of that identifier and gives it the text, unless that is empty. Null without identifier and text, and
-    /// for an empty identifier with a text that is another's identifier.
+    /// Adds an item, or sets the selected flag of the one of that identifier and gives it the text, unless that is empty or, where it has a text,
+    /// the identifier itself. Null without identifier and text, and for an empty identifier with a text that is another's identifier.
     CKrOptionListItem * AddOption(CString const & identifier, CString const & text, bool selected);
     /// Pairs of identifier and text, not selected.
     void AddOption(std::vector<std::pair<CString, CString>> const & options);
