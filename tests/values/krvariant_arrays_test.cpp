@@ -2,7 +2,7 @@
 
 #include "tests/krplatform/automation/counted_object.h"
 #include "tests/krplatform/automation/thrown_result.h"
-#include "tests/support/failing_allocator.h"
+#include "tests/property/memory_failure.h"
 
 #include <krplatform/automation/colesafearray.h>
 #include <krplatform/text/bstr.h>
@@ -102,6 +102,20 @@ TEST(CKrVariantArrays, ReadByOperatorAndByName)
     EXPECT_EQ(vector.y, 2.0);
     CKrPoint3List const points = CKrVariant(CKrPoint3List(3));
     EXPECT_EQ(points.size(), 3u);
+    kr::matrix<CKrVariant> cells;
+    cells.Resize(1, 2);
+    kr::matrix<CKrVariant> const readCells = CKrVariant(cells);
+    EXPECT_EQ(readCells.GetColumns(), 2);
+    std::vector<VARIANT> const variants = CKrVariant(std::vector<VARIANT>(3));
+    EXPECT_EQ(variants.size(), 3u);
+    CKrVector3List const vectors = CKrVariant(CKrVector3List());
+    EXPECT_TRUE(vectors.empty());
+}
+
+TEST(CKrVariantArrays, ReadAPointListAsAListOfVectors)
+{
+    CKrVariant const value(CKrPoint3List{CKrPoint3(1, 2, 3), CKrPoint3(4, 5, 6)});
+    EXPECT_EQ(value.GetVector3List(), (CKrVector3List{CKrVector3(1, 2, 3), CKrVector3(4, 5, 6)}));
 }
 
 TEST(CKrVariantArrays, KeepEmptyListsEmpty)
@@ -182,6 +196,21 @@ TEST(CKrVariantArrays, HonourTheLowerBoundsOfForeignArrays)
     EXPECT_EQ(read.At(0, 2), OLESTR("1/3"));
 }
 
+TEST(CKrVariantArrays, CountTheElementsOfForeignVectorsFromTheirLowerBound)
+{
+    SAFEARRAYBOUND const bound = {3, -5};
+    COleSafeArray array;
+    array.Create(VT_R8, 1, &bound);
+    for (LONG index = -5; index < -2; ++index)
+    {
+        double const number = index;
+        array.PutElement(&index, &number);
+    }
+    CKrVariant const value(static_cast<VARIANT const &>(array));
+    EXPECT_EQ(value.GetDoubleVector(), (std::vector<double>{-5, -4, -3}));
+    EXPECT_EQ(value.GetPoint3(), CKrPoint3(-5, -4, -3));
+}
+
 TEST(CKrVariantArrays, ReadAPointAsItsThreeNumbers)
 {
     CKrVariant const value(CKrPoint3(1, 2, 3));
@@ -251,6 +280,26 @@ TEST(CKrVariantArrays, RaiseThePlatformsFailureWhereAnArrayIsMissingOrAnother)
     EXPECT_EQ(ThrownResult([&] { std::vector<IDispatch *> const read = number; }), DISP_E_TYPEMISMATCH);
 }
 
+TEST(CKrVariantArrays, RaiseThePlatformsFailureForArraysThatAreNoneOrOfOtherShapes)
+{
+    CKrVariant none;
+    none.vt = VT_ARRAY | VT_R8; // without an array behind it
+    EXPECT_EQ(FailureOf<std::vector<double>>(none), DISP_E_TYPEMISMATCH);
+
+    DWORD const counts[] = {1, 1, 1};
+    COleSafeArray cube;
+    cube.Create(VT_BSTR, 3, counts);
+    CKrVariant const threeDimensions(static_cast<VARIANT const &>(cube));
+    EXPECT_EQ(FailureOf<kr::matrix<CString>>(threeDimensions), DISP_E_BADINDEX);
+    EXPECT_EQ(FailureOf<std::vector<CString>>(threeDimensions), E_INVALIDARG);
+
+    COleSafeArray integers;
+    integers.Create(VT_INT, 1, counts);
+    CKrVariant const otherNumbers(static_cast<VARIANT const &>(integers));
+    EXPECT_TRUE(otherNumbers.IsLongVector());
+    EXPECT_EQ(FailureOf<std::vector<long>>(otherNumbers), DISP_E_TYPEMISMATCH) << "only VT_I4 reads as a long";
+}
+
 TEST(CKrVariantArrays, LeaveTheOutputAsItWasAfterAFailure)
 {
     std::vector<double> doubles = {9};
@@ -261,6 +310,81 @@ TEST(CKrVariantArrays, LeaveTheOutputAsItWasAfterAFailure)
     EXPECT_EQ(points.size(), 1u);
 }
 
+TEST(CKrVariantArrays, LeaveReferencesToTheCallerWhereMemoryRunsOut)
+{
+    CountedObject object;
+    std::vector<IDispatch *> const objects{&object, &object};
+    auto const hasNoReference = [&object]
+    {
+        ExpectWantOfMemory();
+        EXPECT_EQ(object.References(), 0u);
+    };
+    EXPECT_GE(FailEveryAllocation([&] { CKrVariant made(objects); }, hasNoReference), 1u);
+
+    std::vector<VARIANT> elements(1);
+    elements[0].vt = VT_DISPATCH;
+    elements[0].pdispVal = &object;
+    auto const takeOver = [&]
+    {
+        object.AddRef();
+        CKrVariant made(elements);
+    };
+    auto const isStillTheCallers = [&object]
+    {
+        ExpectWantOfMemory();
+        EXPECT_EQ(object.Release(), 0u);
+    };
+    EXPECT_GE(FailEveryAllocation(takeOver, isStillTheCallers), 1u);
+    EXPECT_EQ(object.References(), 0u);
+}
+
+TEST(CKrVariantArrays, LeaveTheOutputAsItWasWhereMemoryRunsOut)
+{
+    CKrVariant const texts(std::vector<CString>{OLESTR("a"), OLESTR("b")});
+    std::vector<CString> readTexts(1, OLESTR("old"));
+    auto const textsAreOld = [&] { EXPECT_EQ(readTexts, std::vector<CString>(1, OLESTR("old"))); };
+    EXPECT_GE(FailUntilItPasses([&] { texts.GetValue(readTexts); }, textsAreOld), 3u);
+
+    CKrVariant const numbers(std::vector<double>{1, 2, 3});
+    std::vector<double> readNumbers(1, 9.0);
+    auto const numbersAreOld = [&] { EXPECT_EQ(readNumbers, std::vector<double>(1, 9.0)); };
+    EXPECT_GE(FailUntilItPasses([&] { numbers.GetValue(readNumbers); }, numbersAreOld), 1u);
+
+    CKrVariant const longs(std::vector<long>{1, 2, 3});
+    std::vector<long> readLongs(1, 9);
+    auto const longsAreOld = [&] { EXPECT_EQ(readLongs, std::vector<long>(1, 9)); };
+    EXPECT_GE(FailUntilItPasses([&] { longs.GetValue(readLongs); }, longsAreOld), 1u);
+
+    CKrVariant const names(MakeTexts(2, 2));
+    kr::matrix<CString> readNames = MakeTexts(1, 1);
+    auto const namesAreOld = [&] { EXPECT_EQ(readNames.GetRows(), 1); };
+    EXPECT_GE(FailUntilItPasses([&] { names.GetValue(readNames); }, namesAreOld), 5u);
+
+    kr::matrix<CKrVariant> cells;
+    cells.Resize(1, 2);
+    cells.At(0, 1) = CKrVariant(OLESTR("x"));
+    CKrVariant const values(cells);
+    kr::matrix<CKrVariant> readCells;
+    auto const cellsAreOld = [&] { EXPECT_EQ(readCells.GetRows(), 0); };
+    EXPECT_GE(FailUntilItPasses([&] { values.GetValue(readCells); }, cellsAreOld), 2u);
+
+    CKrVariant const points(CKrPoint3List(3));
+    CKrPoint3List readPoints(1);
+    auto const pointsAreOld = [&] { EXPECT_EQ(readPoints.size(), 1u); };
+    EXPECT_GE(FailUntilItPasses([&] { points.GetValue(readPoints); }, pointsAreOld), 1u);
+    std::vector<VARIANT> readVariants(1);
+    auto const variantsAreOld = [&] { EXPECT_EQ(readVariants.size(), 1u); };
+    EXPECT_GE(FailUntilItPasses(
+                  [&]
+                  {
+                      points.GetValue(readVariants);
+                      for (VARIANT & copy : readVariants)
+                          VariantClear(&copy);
+                  },
+                  variantsAreOld),
+              3u);
+}
+
 TEST(CKrVariantArrays, LeakNothingWhereMemoryRunsOut)
 {
     std::vector<CString> const texts = {OLESTR("a"), OLESTR("b")};
@@ -269,23 +393,17 @@ TEST(CKrVariantArrays, LeakNothingWhereMemoryRunsOut)
     cells.Resize(2, 2);
     cells.At(1, 1) = CKrVariant(OLESTR("x"));
     CKrPoint3List const points(3);
-    auto const isMemoryFailure = []
-    {
-        try
-        {
-            throw;
-        }
-        catch (CMemoryException *)
-        {
-        }
-        catch (std::bad_alloc const &)
-        {
-        }
-    };
+    CKrVector3List const vectors(3);
+    std::vector<double> const doubles(3);
+    std::vector<long> const longs(3);
+    auto const isMemoryFailure = [] { ExpectWantOfMemory(); };
     EXPECT_GE(FailEveryAllocation([&] { CKrVariant made(texts); }, isMemoryFailure), 3u);
     EXPECT_GE(FailEveryAllocation([&] { CKrVariant made(names); }, isMemoryFailure), 5u);
     EXPECT_GE(FailEveryAllocation([&] { CKrVariant made(cells); }, isMemoryFailure), 2u);
     EXPECT_GE(FailEveryAllocation([&] { CKrVariant made(points); }, isMemoryFailure), 4u);
-    CKrVariant const value(texts);
-    EXPECT_GE(FailEveryAllocation([&] { std::vector<CString> const read = value; }, isMemoryFailure), 3u);
+    EXPECT_GE(FailEveryAllocation([&] { CKrVariant made(vectors); }, isMemoryFailure), 1u);
+    EXPECT_GE(FailEveryAllocation([&] { CKrVariant made(doubles); }, isMemoryFailure), 1u);
+    EXPECT_GE(FailEveryAllocation([&] { CKrVariant made(longs); }, isMemoryFailure), 1u);
+    EXPECT_GE(FailEveryAllocation([] { CKrVariant made(CKrPoint3(1, 2, 3)); }, isMemoryFailure), 1u);
+    EXPECT_GE(FailEveryAllocation([] { CKrVariant made(CKrVector3(1, 2, 3)); }, isMemoryFailure), 1u);
 }

@@ -55,6 +55,13 @@ TEST(CKrVariantConvert, TurnsAValueIntoAnotherKind)
         { "long to point",       T(5),                  T::ePoint3,      T::eLong,        OLESTR("5")    },
         { "long to nothing",     T(5),                  T::eInvalid,     T::eLong,        OLESTR("5")    },
         { "text to matrix",      T(OLESTR("a")),        T::eStringMatrix, T::eString,     OLESTR("a")    },
+        { "double to colour",    T(5.0),                T::eColor,       T::eLong,        OLESTR("5")    },   // never a colour
+        { "long to short",       T(7),                  T::eShort,       T::eShort,       OLESTR("7")    },
+        { "long to currency",    T(7),                  T::eOleCurrency, T::eOleCurrency, OLESTR("7")    },
+        { "long to pointer",     T(7),                  T::eVoidPtr,     T::eVoidPtr,     OLESTR("")     },
+        { "long to null",        T(7),                  T::eNull,        T::eNull,        OLESTR("")     },   // the platform does so
+        { "colour to bool",      T(CKrColor(5)),        T::eBool,        T::eBool,        OLESTR("1")    },
+        { "date to bool",        T(COleDateTime(1.5)),  T::eBool,        T::eBool,        OLESTR("1")    },
         { "array stays",         T(std::vector<long>{1}), T::eString,    T::eLongVector,  OLESTR("")     },
     };
     // clang-format on
@@ -64,6 +71,30 @@ TEST(CKrVariantConvert, TurnsAValueIntoAnotherKind)
         CKrVariant const value = Converted(row.source, row.target);
         EXPECT_EQ(value.GetType(), row.type);
         EXPECT_EQ(value.GetAsString(), row.text);
+    }
+}
+
+TEST(CKrVariantConvert, ChangesNothingForATagThatALongCannotBecome)
+{
+    // clang-format off
+    int const tags[] = {
+        0, 26, 32, 41, 42, 43, 44,              // without a `vt` of their own
+        13, 14, 21, 22, 23, 24, 25, 31, 33,  // refused by the platform
+        8, 17, 45, 99, -1,                      // no tags
+    };
+    // clang-format on
+    for (int const tag : tags)
+    {
+        SCOPED_TRACE(tag);
+        CKrVariant value(5);
+        value.ConvertType(static_cast<CKrVariant::EType>(tag));
+        EXPECT_EQ(value.vt, VT_I4);
+        EXPECT_EQ(value.lVal, 5);
+        EXPECT_TRUE(value.IsLong());
+        value.ConvertTypeLocale(static_cast<CKrVariant::EType>(tag));
+        EXPECT_EQ(value.vt, VT_I4);
+        EXPECT_EQ(value.lVal, 5);
+        EXPECT_TRUE(value.IsLong());
     }
 }
 
@@ -99,6 +130,10 @@ TEST(CKrVariantConvert, ReadsDatesAndNumbersIntoEachOther)
     EXPECT_EQ(date.date, 44270.0);
     EXPECT_EQ(Converted(date, CKrVariant::eDouble).dblVal, 44270.0);
     EXPECT_EQ(Converted(CKrVariant(true), CKrVariant::eOleDateTime).date, 1.0);
+    CKrVariant const noDate = Converted(CKrVariant(), CKrVariant::eOleDateTime);
+    EXPECT_TRUE(noDate.IsOleDateTime());
+    EXPECT_EQ(noDate.date, 0.0);
+    EXPECT_EQ(Converted(CKrVariant(OLESTR("no date")), CKrVariant::eOleDateTime).GetAsString(), OLESTR("no date"));
 }
 
 TEST(CKrVariantConvert, WidensAFloatAsItIs)

@@ -1,5 +1,7 @@
 #include <krcore/values/krvariant.h>
 
+#include "tests/krplatform/automation/thrown_result.h"
+
 #include <gtest/gtest.h>
 
 namespace
@@ -50,6 +52,13 @@ TEST(CKrVariantText, GoesByTheTag)
         { "long as date",      WithTag(T(44270), T::eOleDateTime), OLESTR("3/15/2021") },
         { "text as date",      WithTag(T(OLESTR("abc")), T::eOleDateTime), OLESTR("Invalid DateTime") },
         { "long as a dispatch", WithTag(T(7), T::eDispatch),    OLESTR("")      },
+        { "text as null",      WithTag(T(OLESTR("a")), T::eNull), OLESTR("")    },
+        { "text as binary",    WithTag(T(OLESTR("a")), T::eBinary), OLESTR("")  },
+        { "text as a variant", WithTag(T(OLESTR("a")), T::eVariant), OLESTR("") },
+        { "text as pointer",   WithTag(T(OLESTR("a")), T::eVoidPtr), OLESTR("") },
+        { "text as no tag",    WithTag(T(OLESTR("a")), static_cast<T::EType>(99)), OLESTR("") },
+        { "true as text",      WithTag(T(true), T::eString),    OLESTR("1")     },
+        { "true as date",      WithTag(T(true), T::eOleDateTime), OLESTR("12/29/1899") },   // the platform's minus one
     };
     // clang-format on
     for (auto const & row : rows)
@@ -64,6 +73,8 @@ TEST(CKrVariantText, GivesDatesInOneFormInTheInvariantText)
     CKrVariant const date(COleDateTime(2021, 3, 15, 8, 5, 9));
     EXPECT_EQ(date.GetAsInvariantString(), OLESTR("2021-03-15 08:05:09"));
     EXPECT_EQ(WithTag(date, CKrVariant::eDouble).GetAsInvariantString(), OLESTR("2021-03-15 08:05:09")); // vt decides
+    EXPECT_EQ(WithTag(CKrVariant(44270), CKrVariant::eOleDateTime).GetAsInvariantString(), OLESTR("3/15/2021"));
+    EXPECT_EQ(CKrVariant(COleDateTime(1e9)).GetAsInvariantString(), OLESTR("Invalid DateTime"));
     EXPECT_EQ(CKrVariant(2.5).GetAsInvariantString(), OLESTR("2.5"));
     EXPECT_EQ(CKrVariant(true).GetAsInvariantString(), OLESTR("1"));
     EXPECT_EQ(CKrVariant(COleCurrency(1, 5000)).GetAsInvariantString(),
@@ -79,17 +90,11 @@ TEST(CKrVariantText, IsThePlatformsOwnInTheLocaleText)
     EXPECT_EQ(CKrVariant(CKrColor(5)).GetAsLocaleString(), OLESTR("-5"));
 }
 
-TEST(CKrVariantText, RaisesThePlatformsFailureInTheLocaleTextOfAnArray)
+TEST(CKrVariantText, RaisesThePlatformsFailureInTheLocaleTextOfWhatHasNone)
 {
-    bool raised = false;
-    try
-    {
-        CKrVariant(std::vector<long>{1}).GetAsLocaleString();
-    }
-    catch (COleException * exception)
-    {
-        raised = exception->m_sc == DISP_E_TYPEMISMATCH;
-        exception->Delete();
-    }
-    EXPECT_TRUE(raised);
+    using kr::test::ThrownResult;
+    CKrVariant null;
+    null.vt = VT_NULL;
+    EXPECT_EQ(ThrownResult([] { CKrVariant(std::vector<long>{1}).GetAsLocaleString(); }), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(ThrownResult([&] { null.GetAsLocaleString(); }), DISP_E_TYPEMISMATCH);
 }
