@@ -126,6 +126,18 @@ TEST(CKrListOwnerObject, DeletesAChildAndKeepsTheOrderOfTheOthers)
     EXPECT_EQ(ValueAt(owner, 2), 4);
 }
 
+TEST(CKrListOwnerObject, DeletesTheFirstOfEqualChildren)
+{
+    Owner owner;
+    owner.AddChild(nullptr);
+    owner.AddChild(new Counted(1));
+    owner.AddChild(nullptr);
+    owner.DeleteChild(nullptr);
+    ASSERT_EQ(owner.GetChildCount(), 2u);
+    EXPECT_EQ(ValueAt(owner, 0), 1);
+    EXPECT_EQ(owner.GetChildAt(1), nullptr);
+}
+
 TEST(CKrListOwnerObject, LeavesAPointerAloneThatIsNoChild)
 {
     Owner owner;
