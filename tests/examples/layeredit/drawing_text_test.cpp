@@ -230,6 +230,18 @@ TEST(LayerEditText, PatternsMatchDecodedNamesInAnyCase)
     EXPECT_EQ(LinesOf(workshop.Call({"a.dxf", "-q", "-l", "\u00FC*", "--not", "*L"}).output).size(), 2u);
 }
 
+TEST(LayerEditText, ArgumentsAreUtf8InEveryLocaleAndOtherwiseOfTheLocale)
+{
+    Workshop workshop;
+    MadeDrawing drawing;
+    drawing.layers = MadeDrawing::Layer("\xDC", "");
+    workshop.Put("a.dxf", drawing.Get());
+    for (char const * const locale : {"C.UTF-8", "de_DE.ISO-8859-1", "C"})
+        EXPECT_EQ(workshop.Call({"a.dxf", "-q", "-l", "\u00DC"}, {{"LANG", locale}}).status, 0) << locale;
+    EXPECT_EQ(workshop.Call({"a.dxf", "-q", "-l", "\xDC"}, {{"LANG", "de_DE.ISO-8859-1"}}).status, 0);
+    EXPECT_EQ(workshop.Call({"a.dxf", "-q", "-l", "\xDC"}, {{"LANG", "ru_RU.CP1251"}}).status, 3);
+}
+
 TEST(LayerEditText, TheCurrentLayerIsFoundInAnotherSpelling)
 {
     Workshop workshop;

@@ -185,6 +185,7 @@ TEST(LayerEditRecord, WhatIsAbsentReadsAsTheFormatSays)
                                           "block\t7\tContinuous\tdefault\t1\t1\t0\t0\t\n"
                                           "odd\t#000000\tContinuous\t0.33\t1\t1\t0\t0\t\n"
                                           "bare\t9\tContinuous\tdefault\t1\t0\t1\t1\t\n"); // a name may stand twice
+    EXPECT_EQ(LinesOf(workshop.Call({"a.dxf", "-q", "--where", "LineWeight=0.33"}).output).size(), 2u);
 }
 
 } // namespace kr::test

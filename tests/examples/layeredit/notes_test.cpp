@@ -180,6 +180,8 @@ TEST(LayerEditNotes, EachChangeIsOneLineAndWhatIsSoAlreadyIsNone)
               "Layer_Off: Color 7 -> 1\nLayer_Off: Locked no -> yes\nLayer_Off: Description \"\" -> new\n"
               "Layer_Lock: Color 7 -> 1\nLayer_Lock: Description \"\" -> new\n");
     EXPECT_EQ(LinesOf(called.errors).back(), name + ": 2 of 17 layers would change\n");
+    EXPECT_EQ(workshop.Call({name, "-q", "--not", "L*", "--not", "D*", "-s", "Color=2"}).output,
+              "0: Color 7 -> 2\n0 @ 1: Color 7 -> 2\n"); // --not alone takes away from all
     EXPECT_EQ(workshop.Get(name), Workshop::BundledDrawing(name));
     EXPECT_EQ(workshop.Call({name, "--all", "-s", "LineType=CONTINUOUS", "--where", "LineType=continuous"}).output, "");
     Called const quiet = workshop.Call({name, "-q", "-l", "Layer_Off", "-s", "On=1", "-o", "b.dxf"});
