@@ -38,6 +38,7 @@ TEST(CKrAttrData, IsEmptyAtStart)
     EXPECT_EQ(attribute.GetName(), OLESTR(""));
     EXPECT_EQ(attribute.GetDescription(), OLESTR(""));
     EXPECT_FALSE(attribute.GetValue().IsValid());
+    EXPECT_EQ(attribute.GetRuntimeClass(), CObject::GetThisClass()) << "no dynamic class of its own";
 }
 
 TEST(CKrAttrData, TakesNameValueAndDescriptionInThatOrder)
