@@ -114,7 +114,7 @@ public:
     /// The pointer itself in a VT_UI8; not owned.
     CKrVariant(void * pointer) noexcept;
     /// A VT_I4: the negated index of an index colour or no colour, the colour reference of any other. Deliberate: index 0 cannot
-    /// be told from black.
+    /// be told from black, and an index below 0 comes back as a colour reference.
     CKrVariant(CKrColor const & color) noexcept;
     CKrVariant(std::vector<CString> const & values);
     CKrVariant(std::vector<double> const & values);

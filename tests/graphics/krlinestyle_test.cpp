@@ -1,5 +1,9 @@
 #include <krcore/graphics/krstyles.h>
 
+#include "tests/support/failing_allocator.h"
+
+#include <krplatform/base/cexception.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -181,6 +185,14 @@ TEST(CKrLineStyleAcad, NamesAnUnnamedLineOfAWidth)
     ExpectFields(CKrLineStyle::AcadLineStyle(0.25, OLESTR("")), OLESTR("CONTINUOUS"), 0.25, 25);
     ExpectFields(CKrLineStyle::AcadLineStyle(5.0, OLESTR("")), OLESTR("CONTINUOUS"), 5.0, 211); // the width stays
     ExpectFields(CKrLineStyle::AcadLineStyle(0.25, OLESTR("Dashed")), OLESTR("Dashed"), 0.25, 25);
+}
+
+TEST(CKrLineStyleAcad, ThrowsWithoutMemoryAndLeavesNothingBehind)
+{
+    CString const none;
+    auto const isMemoryFailure = [] { EXPECT_THROW(throw, CMemoryException *); };
+    EXPECT_EQ(kr::test::FailEveryAllocation([&] { CKrLineStyle::AcadLineStyle(25, none); }, isMemoryFailure), 1u);
+    EXPECT_EQ(kr::test::FailEveryAllocation([&] { CKrLineStyle::AcadLineStyle(0.25, none); }, isMemoryFailure), 1u);
 }
 
 TEST(CKrLineStyleEquality, LooksAtNameWithoutCaseWidthAndWeight)

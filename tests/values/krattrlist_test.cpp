@@ -184,6 +184,11 @@ TEST(CKrAttrList, AppendsAnotherListOverItsOwnEntries)
     EXPECT_EQ(list.GetDescription(OLESTR("b")), OLESTR("other"));
     list.AppendAttrList(list);
     EXPECT_EQ(list.size(), 3);
+    CKrAttrList renamed;
+    renamed.SetAttr(OLESTR("k"), CKrAttrData(OLESTR("n"), CKrVariant(4), CString()));
+    list.AppendAttrList(renamed);
+    EXPECT_TRUE(list.Includes(OLESTR("n"))) << "under the name inside";
+    EXPECT_FALSE(list.Includes(OLESTR("k")));
 }
 
 TEST(CKrAttrList, CopiesDeeply)

@@ -153,6 +153,7 @@ TEST(CKrVariantOperators, ReadColoursFromTheirNumbers)
         { "a long",           CKrVariant(0xFF),                CKrColor::eColorSpaceRGB,     0,   0xFF },
         { "a negative text",  CKrVariant(OLESTR("-7")),        CKrColor::eColorSpaceIndex,   7,   0 },
         { "no number",        CKrVariant(OLESTR("abc")),       CKrColor::eColorSpaceRGB,     0,   0 },
+        { "index below 0",    CKrVariant(CKrColor(-5)),        CKrColor::eColorSpaceRGB,     0,   5 },      // as a reference
         { "low 16 bits",      CKrVariant(-65541),              CKrColor::eColorSpaceIndex,   5,   0 },
     };
     // clang-format on
@@ -174,6 +175,8 @@ TEST(CKrVariantOperators, StoreColoursAsOneNumber)
 {
     EXPECT_EQ(CKrVariant(CKrColor(5)).lVal, -5);
     EXPECT_EQ(CKrVariant(CKrColor::NoColor()).lVal, -257);
+    EXPECT_EQ(CKrVariant(CKrColor(-32768)).lVal, 32768);
+    EXPECT_EQ(CKrVariant(CKrColor(256)).lVal, -256);
     EXPECT_EQ(CKrVariant(CKrColor(1, 2, 3)).lVal, 0x030201);
     CKrColor inherited(1, 2, 3);
     inherited.SetInheritedColor();

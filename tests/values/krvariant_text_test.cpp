@@ -57,6 +57,11 @@ TEST(CKrVariantText, GoesByTheTag)
         { "text as a variant", WithTag(T(OLESTR("a")), T::eVariant), OLESTR("") },
         { "text as pointer",   WithTag(T(OLESTR("a")), T::eVoidPtr), OLESTR("") },
         { "text as no tag",    WithTag(T(OLESTR("a")), static_cast<T::EType>(99)), OLESTR("") },
+        { "text as money",     WithTag(T(OLESTR("2.50")), T::eOleCurrency), OLESTR("2.5") },
+        { "no money",          WithTag(T(OLESTR("abc")), T::eOleCurrency), OLESTR("Invalid Currency") },
+        { "text as short",     WithTag(T(OLESTR("70000")), T::eShort), OLESTR("0") },
+        { "text as colour",    WithTag(T(OLESTR("-7")), T::eColor), OLESTR("-7") },
+        { "text as bool",      WithTag(T(OLESTR("True")), T::eBool), OLESTR("1") },
         { "true as text",      WithTag(T(true), T::eString),    OLESTR("1")     },
         { "true as date",      WithTag(T(true), T::eOleDateTime), OLESTR("12/29/1899") },   // the platform's minus one
     };
