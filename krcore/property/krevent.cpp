@@ -8,7 +8,20 @@ CKrEvent::CKrEvent() = default;
 
 CKrEvent::CKrEvent(CKrEvent const & other) = default;
 
-CKrEvent & CKrEvent::operator=(CKrEvent const & other) = default;
+CKrEvent & CKrEvent::operator=(CKrEvent const & other)
+{
+    m_arguments = other.m_arguments; // first: nothing else can fail
+    m_eventType = other.m_eventType;
+    m_actionType = other.m_actionType;
+    m_commandType = other.m_commandType;
+    m_contextMenuRef = other.m_contextMenuRef;
+    m_contextMenu = other.m_contextMenu;
+    m_globalName = other.m_globalName;
+    m_localName = other.m_localName;
+    m_commandGroup = other.m_commandGroup;
+    m_transparent = other.m_transparent;
+    return *this;
+}
 
 CKrEvent::~CKrEvent() = default;
 

@@ -1,5 +1,6 @@
 #include <krcore/property/krevent.h>
 
+#include "tests/property/memory_failure.h"
 #include "tests/support/virtual_slot.h"
 
 #include <krcore/foundation/krclass.h>
@@ -98,6 +99,23 @@ TEST(CKrEvent, IsUnchangedByAssigningItToItself)
     CKrEvent const & itself = event;
     event = itself;
     ExpectMadeEvent(event);
+}
+
+TEST(CKrEvent, StaysAsItWasWhereMemoryRunsOut)
+{
+    CKrEvent event = MakeEvent();
+    CKrEvent other;
+    for (WCHAR const * const name : {OLESTR("a"), OLESTR("b"), OLESTR("c")})
+        other.AddCmdArg(name, CKrVariant(OLESTR("text")));
+    EXPECT_GT(kr::test::FailUntilItPasses([&] { event = other; }, [&] { ExpectMadeEvent(event); }), 2u);
+    EXPECT_EQ(event.GetGlobalName(), OLESTR(""));
+    EXPECT_EQ(event.GetCmdArgList().size(), 3);
+
+    CString const name(OLESTR("more"));
+    CKrVariant const value(OLESTR("text"));
+    auto const checkUnchanged = [&] { EXPECT_EQ(event.GetCmdArgList().size(), 3); };
+    EXPECT_GT(kr::test::FailUntilItPasses([&] { event.AddCmdArg(name, value); }, checkUnchanged), 0u);
+    EXPECT_EQ(event.GetCmdArgList().size(), 4);
 }
 
 TEST(CKrEvent, HasArgumentsOfItsOwnInEachCopy)
