@@ -8,7 +8,8 @@
 
 /// What the multi-edit helpers share: the main set that a grid shows and edits, how it is compared with each set, and how changes are
 /// carried back. A property of the main set whose value differs in any set carries the attribute "Kr.VariedMode" (true). A
-/// change counts only if the client sets the modified flag of the main set's property.
+/// change counts only if the client sets the modified flag of the main set's property. Whatever is thrown while a set is compared or written
+/// leaves as a `CKrException` with the location of that step; sets that were written before stay so.
 class KRCORE_API CKrPropMultiEditHelperBase
 {
 public:
@@ -28,7 +29,7 @@ public:
     bool HasChanged() const noexcept { return m_changed; }
 
 protected:
-    // Both run under the guard. Properties without a counterpart are skipped; always true.
+    // The first two run under the guard. Properties without a counterpart are skipped; always true.
     /// Marks the properties of the main set whose values differ in `set`.
     bool PreparePropSet(CKrPropertySet const & set);
     /// Carries the flagged values of the main set to `set`, where they differ, and flags them there.

@@ -11,7 +11,7 @@
 class KRCORE_API CKrSimultaneousPropertyVisitor : public kr::visitor<CKrProperty>
 {
 public:
-    /// Starts at the root of `other`, which must outlive the visitor.
+    /// Starts at the root of `other`, which must outlive the visitor and keep the node at the cursor.
     explicit CKrSimultaneousPropertyVisitor(CKrPropertySet & other);
     /// Copies the cursor too.
     CKrSimultaneousPropertyVisitor(CKrSimultaneousPropertyVisitor const & other);

@@ -1,16 +1,10 @@
 #include <krcore/property/krpropmultiedithelper.h>
 
-#include "tests/property/guarded_failures.h"
-#include "tests/support/text.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
 #include <stdexcept>
 #include <vector>
-
-using kr::test::FailEachAllocation;
-using kr::test::Narrow;
 
 namespace
 {
@@ -264,6 +258,19 @@ TEST_F(CKrPropMultiEditHelperTest, KeepsMarksAndFlagsOfAMainSetOfTheCaller)
     EXPECT_FALSE(given.GetProperty(OLESTR("x"), s_category)->HasAttribute(s_varied)); // a copy was taken
 }
 
+TEST_F(CKrPropMultiEditHelperTest, ComparesNothingThatHasAValueForTheMark)
+{
+    Fill(1, 2, 2);
+    CKrPropertySet given = MakeSet(5);
+    X(given).SetAttribute(s_varied, CKrVariant(false));
+    helper.SetMainPropertySet(given);
+    ASSERT_TRUE(helper.PrepareEdit());
+    EXPECT_FALSE(IsVaried(Main())); // whatever the value is
+    Main().SetAttribute(s_varied, CKrVariant());
+    ASSERT_TRUE(helper.PrepareEdit());
+    EXPECT_TRUE(IsVaried(Main())); // an invalid one counts as none
+}
+
 TEST_F(CKrPropMultiEditHelperTest, SkipsWhatASetLacks)
 {
     Fill(1, 1, 1);
@@ -403,64 +410,6 @@ TEST_F(CKrPropMultiEditHelperTest, ThrowsWhatACloneThrowsAsItIs)
     sets[0].AddProperty(new ThrowingClone, s_category);
     EXPECT_THROW(helper.PrepareEdit(), std::runtime_error); // copying stands outside the guard
     EXPECT_TRUE(helper.GetMainPropertySet().IsEmpty());
-}
-
-TEST_F(CKrPropMultiEditHelperTest, MarksUnderAGuard)
-{
-    std::size_t const failures = FailEachAllocation(
-        OLESTR("krpropertyutils(157): "),
-        []
-        {
-            CKrSimplePropMultiEditHelper edit;
-            edit.SetMainPropertySet(MakeSet(OLESTR("x"), CKrVariant(OLESTR("one"))));
-            return edit;
-        },
-        [set = MakeSet(2)](CKrSimplePropMultiEditHelper & edit) { EXPECT_TRUE(edit.Prepare(set)); });
-    EXPECT_GT(failures, 0u);
-}
-
-TEST_F(CKrPropMultiEditHelperTest, CarriesUnderAGuardAndLeavesWhatWasCarried)
-{
-    CKrSimplePropMultiEditHelper edit;
-    edit.SetMainPropertySet(MakeSet(OLESTR("x"), CKrVariant(OLESTR("a text to be copied"))));
-    X(edit.GetMainPropertySet()).SetModified(true);
-    std::size_t const failures = FailEachAllocation(
-        OLESTR("krpropertyutils(196): "), [] { return MakeSet(2); },
-        [&edit](CKrPropertySet & set) { EXPECT_TRUE(edit.Update(set)); },
-        [](CKrPropertySet & set)
-        {
-            EXPECT_EQ(X(set).GetInt(), 2); // the old value stays
-            EXPECT_FALSE(X(set).IsModified());
-        });
-    EXPECT_GT(failures, 0u);
-}
-
-TEST_F(CKrPropMultiEditHelperTest, HasNoWayBackForSetsAlreadyCarried)
-{
-    Fill(1, 2, 3);
-    helper.SetMainPropertySet(MakeSet(OLESTR("x"), CKrVariant(OLESTR("a text"))));
-    Main().SetModified(true);
-    bool stopped = false;
-    for (std::size_t n = 1; !stopped; ++n)
-    {
-        sets = {MakeSet(1), MakeSet(2), MakeSet(3)};
-        try
-        {
-            kr::test::FailNthAllocation const fail(n);
-            helper.Update();
-            ASSERT_FALSE(fail.HasFailed());
-            break;
-        }
-        catch (CKrException const &)
-        {
-            stopped = X(sets[0]).IsModified() && !X(sets[2]).IsModified();
-        }
-        catch (...) // before the first set, where the trace line is written
-        {
-            kr::test::ExpectWantOfMemory();
-        }
-    }
-    EXPECT_TRUE(stopped);
 }
 
 TEST(CKrSimplePropMultiEditHelper, LeavesTheLoopToTheCaller)
