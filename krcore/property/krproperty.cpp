@@ -4,6 +4,8 @@
 #include <krcore/foundation/krclass.h>
 #include <krcore/property/krnameindex.h> // for the destructor
 
+#include <utility>
+
 std::unique_ptr<CKrClass> CKrProperty::s_pCls;
 
 CKrProperty::CKrProperty() : m_itemCtrl(std::make_unique<CKrAssCtrl>(CKrAssCtrl::eEditCtrl)) {}
@@ -53,7 +55,10 @@ CKrProperty & CKrProperty::operator=(CKrProperty const & other)
     return *this;
 }
 
-CKrProperty::~CKrProperty() = default;
+CKrProperty::~CKrProperty()
+{
+    DeleteSubProperties(); // while this node is still whole
+}
 
 CKrClass * CKrProperty::IsA() const { return Cls(); }
 
@@ -74,12 +79,14 @@ void CKrProperty::SetAttribute(CString const & name, CKrVariant const & value)
 {
     if (name.IsEmpty())
         return;
-    if (!m_attributes)
-        m_attributes = std::make_unique<CKrAttrList>();
-    if (m_attributes->Includes(name))
-        m_attributes->SetValue(name, value);
+    auto made = m_attributes ? nullptr : std::make_unique<CKrAttrList>();
+    CKrAttrList & attributes = made ? *made : *m_attributes;
+    if (attributes.Includes(name))
+        attributes.SetValue(name, value);
     else
-        m_attributes->AddAttr(CKrAttrData(name, value, CString()));
+        attributes.AddAttr(CKrAttrData(name, value, CString()));
+    if (made)
+        m_attributes = std::move(made); // last: even an empty list counts when this node is copied
 }
 
 CKrVariant CKrProperty::GetAttribute(CString const & name) const

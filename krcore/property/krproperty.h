@@ -91,13 +91,16 @@ public:
     /// The same. Where a wide node is asked for its names in their order, as in a walk through two alike nodes, the index that it is
     /// expected at saves the search.
     CKrProperty * GetSubProperty(CString const & name, unsigned int expectedIndex) const;
+    /// Null past the end.
     CKrProperty * GetSubPropertyAt(unsigned int index) const;
     unsigned int GetSubPropertyCount() const noexcept;
     /// The index of the first of that name, or -1.
     int FindSubPropertyIndex(CString const & name) const;
     /// Hands the first of that name to the caller, without a parent; null if there is none.
     CKrProperty * RemoveSubProperty(CString const & name);
+    /// Destroys the first of that name, if any, with all below it.
     void DeleteSubProperty(CString const & name);
+    /// Destroys all, each taken out of the tree first.
     void DeleteSubProperties();
     /// Moves a child by `delta` places, at the most to either end; the order of the others stays. False for an index out of range.
     bool ShiftSubProperty(unsigned int index, int delta);

@@ -99,8 +99,8 @@ void CKrProperty::DeleteSubProperty(CString const & name) { delete RemoveSubProp
 
 void CKrProperty::DeleteSubProperties()
 {
-    ForgetNames();
-    m_children.clear();
+    while (!m_children.empty())
+        Detach(m_children.size() - 1); // one by one: whoever is destroyed stands in no tree any more
 }
 
 bool CKrProperty::ShiftSubProperty(unsigned int index, int delta)

@@ -108,13 +108,14 @@ void CKrProperty::SetDefaultValue()
 
 void CKrProperty::SetType(EPropType type)
 {
-    m_type = type;
     TypeRow const * const row = FindType(type);
-    if (!row || m_value.IsType(row->tag))
-        return;
-    m_value.ConvertTypeLocale(row->tag);
-    if (!m_value.IsType(row->tag))
-        SetDefaultValue();
+    if (row && !m_value.IsType(row->tag))
+    {
+        m_value.ConvertTypeLocale(row->tag);
+        if (!m_value.IsType(row->tag))
+            m_value = DefaultValueOf(row->tag);
+    }
+    m_type = type; // last: the default value may run out of memory
 }
 
 bool CKrProperty::IsValid() const

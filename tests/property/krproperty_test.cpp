@@ -3,6 +3,7 @@
 #include <krcore/foundation/krclass.h>
 #include <krcore/foundation/krowner.h>
 
+#include "tests/property/memory_failure.h"
 #include "tests/support/virtual_slot.h"
 
 #include <gtest/gtest.h>
@@ -230,6 +231,26 @@ TEST(CKrPropertyAttributes, TakeAnInvalidValueAndNoEmptyName)
     property.SetAttribute(OLESTR("a"), CKrVariant());
     EXPECT_TRUE(property.HasAttribute(OLESTR("a")));
     EXPECT_FALSE(property.GetAttribute(OLESTR("a")).IsValid());
+}
+
+TEST(CKrPropertyAttributes, StayAsTheyWereWhereMemoryRunsOut)
+{
+    CKrProperty property;
+    CString const name(OLESTR("a"));
+    CKrVariant const value(OLESTR("text"));
+    auto const checkUnchanged = [&]
+    {
+        EXPECT_FALSE(property.HasAttribute(name));
+        CKrProperty target;
+        target.SetAttribute(OLESTR("own"), CKrVariant(1));
+        target.Copy(property);
+        EXPECT_TRUE(target.HasAttribute(OLESTR("own"))); // not even an empty list was made
+    };
+    EXPECT_GT(kr::test::FailUntilItPasses([&] { property.SetAttribute(name, value); }, checkUnchanged), 2u);
+    CKrVariant const other(OLESTR("other"));
+    auto const checkFirst = [&] { EXPECT_EQ(property.GetAttribute(name).GetAsString(), OLESTR("text")); };
+    EXPECT_GT(kr::test::FailUntilItPasses([&] { property.SetAttribute(name, other); }, checkFirst), 0u);
+    EXPECT_EQ(property.GetAttribute(name).GetAsString(), OLESTR("other"));
 }
 
 TEST(CKrPropertyControl, IsThePropertysOwnAndHasWhatIsSetThroughIt)

@@ -34,6 +34,20 @@ public:
     }
 };
 
+/// Looks around when it is destroyed.
+class Witness : public CountedProperty
+{
+public:
+    using CountedProperty::CountedProperty;
+    ~Witness() override
+    {
+        EXPECT_TRUE(IsRoot());
+        EXPECT_TRUE(IsFirstProperty());
+        EXPECT_TRUE(IsLastProperty());
+        EXPECT_EQ(GetPropertyIndex(), 0);
+    }
+};
+
 } // namespace
 
 TEST(CKrPropertyTree, AddsAtTheEndAndTakesTheNode)
@@ -180,6 +194,27 @@ TEST(CKrPropertyTree, DeletesAllChildrenAndTakesNewOnes)
     AddCounted(tree, OLESTR("c"));
     EXPECT_EQ(TreeOf(tree), OLESTR("r(c)"));
     ExpectLinked(tree);
+}
+
+TEST(CKrPropertyTree, DestroysNodesThatStandInItNoMore)
+{
+    auto const fill = [](CKrProperty & node)
+    {
+        for (WCHAR const * const name : {OLESTR("1"), OLESTR("2"), OLESTR("3")})
+            node.AddSubProperty(new Witness(name));
+    };
+    {
+        Tree tree({});
+        fill(tree);
+        tree.DeleteSubProperty(OLESTR("2"));
+        tree.DeleteSubProperties();
+        fill(tree);
+        tree.DeepCopy(CKrProperty());
+        fill(tree);
+        fill(*tree.GetSubPropertyAt(1));
+        EXPECT_EQ(CountedProperty::Living(), 6);
+    } // and with the tree itself
+    EXPECT_EQ(CountedProperty::Living(), 0);
 }
 
 TEST(CKrPropertyTree, CountsLevelsFromTheRootAndMinusOneForNull)

@@ -1,5 +1,6 @@
 #include <krcore/property/krproperty.h>
 
+#include "tests/property/memory_failure.h"
 #include "tests/support/child_process.h"
 #include "tests/support/text.h"
 
@@ -158,6 +159,19 @@ TEST(CKrPropertySetType, ConvertsTheValueOrStoresTheDefault)
         EXPECT_EQ(result.GetType(), row.tag);
         EXPECT_TRUE(result == row.result) << Narrow(result.GetAsString());
     }
+}
+
+TEST(CKrPropertySetType, LeavesTypeAndValueWhereThereIsNoMemoryForTheDefault)
+{
+    CKrProperty property = Make(CKrProperty::ePropNone, CKrVariant(std::vector<double>{1.0}));
+    auto const checkUnchanged = [&]
+    {
+        EXPECT_EQ(property.GetType(), CKrProperty::ePropNone);
+        EXPECT_EQ(property.GetValue().GetType(), CKrVariant::eDoubleVector);
+    };
+    EXPECT_GT(kr::test::FailUntilItPasses([&] { property.SetType(CKrProperty::ePropString); }, checkUnchanged), 0u);
+    EXPECT_EQ(property.GetType(), CKrProperty::ePropString);
+    EXPECT_TRUE(property.IsValid());
 }
 
 TEST(CKrPropertySetType, DISABLED_ReadsTextByTheUsersLocale)
