@@ -12,7 +12,8 @@
 KRPLATFORM_API std::int64_t _time64(std::int64_t * seconds);
 
 // Local time is that of the zone in the variable TZ, or the machine's, with daylight saving as the zone has it at that
-// moment. A change of TZ takes effect at the next call.
+// moment. A change of TZ takes effect at the next call. The machine's zone is read once as long as TZ is not set at a call:
+// whoever has the C library read another in between puts it back by `tzset`.
 
 /// The fields of a moment in local time, or UTC. 0, or EINVAL with all fields -1 for a null moment and for moments
 /// outside the years 1 to 3000 (negative seconds are taken). Null `fields` give EINVAL.

@@ -1,11 +1,11 @@
 #include <krplatform/coerce/locale_lookup.h>
 #include <krplatform/datetime/clock.h>
 #include <krplatform/datetime/timezone.h>
-#include <krplatform/linux/environment_snapshot.h>
 
 #include <time.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <mutex>
 
 namespace
@@ -34,17 +34,25 @@ int BreakDown(std::tm * fields, std::int64_t const * seconds, Break breakDown)
 }
 
 constinit std::mutex s_zoneMutex;
-constinit kr::detail::EnvironmentSnapshot s_zoneEnvironment;
+constinit bool s_isMachineZoneRead = false;
 
-/// Has TZ read again, which localtime_r alone need not do; where it cannot have changed this is saved, since it takes a look at the file
-/// of the zone.
-void FollowZone()
+/// Has TZ read again, which localtime_r alone need not do. Without it the zone is the machine's: to read that takes a look at its
+/// file, and is done once, until TZ was set in between.
+void FollowZone() noexcept
 {
     std::lock_guard const lock(s_zoneMutex);
-    if (s_zoneEnvironment.IsCurrent())
+    bool const isMachineZone = !std::getenv("TZ");
+    if (isMachineZone && s_isMachineZoneRead)
         return;
-    s_zoneEnvironment.Take();
+    s_isMachineZoneRead = isMachineZone;
     tzset();
+}
+
+/// As mktime, which reads TZ again by itself: what is known of the zone must not fall behind.
+time_t MakeLocal(std::tm & fields) noexcept
+{
+    FollowZone();
+    return mktime(&fields);
 }
 
 std::tm * BreakDownLocal(time_t const * moment, std::tm * fields)
@@ -75,7 +83,7 @@ std::int64_t _mktime64(std::tm * fields)
     if (!fields)
         return -1;
     std::tm made = *fields;
-    time_t const moment = mktime(&made);
+    time_t const moment = MakeLocal(made);
     if (moment < 0 || made.tm_year + baseYear > lastYear)
         return -1;
     *fields = made;
@@ -89,13 +97,14 @@ int ZoneOffset(std::tm const & fields) noexcept
 {
     std::tm local = fields;
     std::tm universal = fields;
-    time_t const moment = mktime(&local);
+    time_t const moment = MakeLocal(local);
     return static_cast<int>((timegm(&universal) - moment) / 60);
 }
 
 char const * ZoneName(std::tm const & fields) noexcept
 {
-    tzset();
+    std::tm local = fields;
+    MakeLocal(local); // the names are those of the time that was looked at last
     return tzname[fields.tm_isdst > 0 ? 1 : 0];
 }
 

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace kr::test
 {
 
@@ -98,6 +100,67 @@ TEST(LocalTime, SeesAChangeOfTheZone)
     EXPECT_EQ(Local(0), "1970-01-01 01:00:00 +0100 CET");
     setenv("TZ", "America/New_York", 1); // without tzset
     EXPECT_EQ(Local(0), "1969-12-31 19:00:00 -0500 EST");
+}
+
+TEST(LocalTime, SeesTheZoneComeBackAfterOthersLookedAtAnother)
+{
+    Zone const outer("Europe/Berlin");
+    EXPECT_EQ(Local(0), "1970-01-01 01:00:00 +0100 CET");
+    setenv("TZ", "America/New_York", 1);
+    EXPECT_EQ(Moment(1970, 1, 1, 0, 0), 18000);
+    setenv("TZ", "Europe/Berlin", 1);
+    EXPECT_EQ(Local(0), "1970-01-01 01:00:00 +0100 CET");
+    setenv("TZ", "America/New_York", 1);
+    tzset(); // by another part of the program
+    setenv("TZ", "Europe/Berlin", 1);
+    EXPECT_EQ(Local(0), "1970-01-01 01:00:00 +0100 CET");
+}
+
+TEST(LocalTime, SeesTheMachinesZoneComeBack)
+{
+    Zone const outer("Europe/Berlin");
+    unsetenv("TZ");
+    std::string const machine = Local(0);
+    for (int round = 0; round < 2; ++round)
+    {
+        setenv("TZ", "KRT-11:07", 1);
+        EXPECT_EQ(Local(0), "1970-01-01 11:07:00 +1107 KRT");
+        unsetenv("TZ");
+        EXPECT_EQ(Local(0), machine);
+        setenv("TZ", "KRT-11:07", 1);
+        EXPECT_EQ(Moment(1970, 1, 1, 11, 8), 60);
+        unsetenv("TZ");
+        EXPECT_EQ(Local(0), machine);
+        EXPECT_EQ(Local(0), machine);
+    }
+}
+
+TEST(LocalTime, SeesATextThatIsWrittenOver)
+{
+    Zone const outer("Europe/Berlin");
+    char variable[] = "TZ=Asia/Tokyo";
+    putenv(variable);
+    EXPECT_EQ(Local(0), "1970-01-01 09:00:00 +0900 JST");
+    std::copy_n("Dubai", 5, variable + 8);
+    EXPECT_EQ(Local(0), "1970-01-01 04:00:00 +0400 +04");
+    unsetenv("TZ");
+}
+
+TEST(LocalTime, NamesTheZoneAsAtThatTime)
+{
+    Zone const zone("Europe/Berlin");
+    std::int64_t const longAgo = -5'000'000'000;
+    EXPECT_EQ(Local(longAgo), "1811-07-23 16:00:08 +0053 LMT");
+    std::tm summer = {};
+    summer.tm_year = 121;
+    summer.tm_mon = 6;
+    summer.tm_mday = 15;
+    WCHAR name[8];
+    wcsftime(name, 8, OLESTR("%Z"), &summer);
+    EXPECT_EQ(Narrow(name), "CET");
+    summer.tm_isdst = 1;
+    wcsftime(name, 8, OLESTR("%Z"), &summer);
+    EXPECT_EQ(Narrow(name), "CEST");
 }
 
 TEST(Mktime64, LeavesDaylightSavingToTheZoneOrTakesIt)
