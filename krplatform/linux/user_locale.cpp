@@ -3,6 +3,7 @@
 #include "krplatform/linux/environment_snapshot.h"
 #include "krplatform/linux/facts_cache.h"
 #include "krplatform/linux/locale_icu.h"
+#include "krplatform/linux/short_name.h"
 
 #include <unistd.h>
 
@@ -108,27 +109,6 @@ LocaleVariables const & CurrentVariables() noexcept
     return s_known.variables;
 }
 
-/// A name of at most 31 bytes, kept without an allocation.
-class ShortName
-{
-public:
-    bool operator==(char const * name) const noexcept
-    {
-        return m_isKept && StartsWith(name, {m_bytes, m_length}) && name[m_length] == 0;
-    }
-
-    void Take(std::string_view name) noexcept
-    {
-        m_isKept = name.size() <= sizeof m_bytes;
-        m_length = m_isKept ? name.copy(m_bytes, sizeof m_bytes) : 0;
-    }
-
-private:
-    bool m_isKept = false;
-    std::size_t m_length = 0;
-    char m_bytes[31] = {};
-};
-
 /// The facts that a thread was given last, and for which names.
 struct LastAnswer
 {
@@ -152,7 +132,7 @@ constinit thread_local LastAnswer s_last;
 
 std::string_view UserLocaleName(LocaleCategory category) noexcept
 {
-    LocaleVariables const variables = CurrentVariables();
+    LocaleVariables const & variables = CurrentVariables();
     switch (category)
     {
     case LocaleCategory::numbers:

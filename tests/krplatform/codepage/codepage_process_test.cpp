@@ -2,10 +2,12 @@
 
 #include "tests/krplatform/codepage/bytes.h"
 #include "tests/support/child_process.h"
+#include "tests/support/failing_allocator.h"
 #include "tests/support/vectors.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <optional>
@@ -175,6 +177,39 @@ TEST_F(ProcessCodePage, FollowsATextThatIsWrittenOver)
     variable[8] = 'o';
     EXPECT_EQ(GetACP(), 949u);
     unsetenv("LC_ALL");
+}
+
+TEST_F(ProcessCodePage, FollowsAnEmptyTextThatIsWrittenOver)
+{
+    char variable[] = "LC_ALL=\0\0\0\0\0";
+    putenv(variable);
+    EXPECT_EQ(GetACP(), 1252u);
+    setenv("LANG", "ru_RU", 1);
+    EXPECT_EQ(GetACP(), 1251u);
+    std::copy_n("ja_JP", 5, variable + 7);
+    EXPECT_EQ(GetACP(), 932u);
+    unsetenv("LC_ALL");
+}
+
+TEST_F(ProcessCodePage, TakesNamesOfAnyLength)
+{
+    std::string const name = "ja_JP@" + std::string(200, 'x');
+    setenv("LC_ALL", name.c_str(), 1);
+    EXPECT_EQ(GetACP(), 932u);
+    EXPECT_EQ(GetACP(), 932u);
+    setenv("LC_ALL", ("ko_KR@" + std::string(200, 'x')).c_str(), 1);
+    EXPECT_EQ(GetACP(), 949u);
+}
+
+TEST_F(ProcessCodePage, KeepsNothingOfEnvironmentsThatWere)
+{
+    std::size_t const before = AllAllocations();
+    for (char const * const name : {"ja_JP", "ko_KR", "el_GR", "ja_JP", "th_TH"})
+    {
+        setenv("LC_ALL", name, 1);
+        GetACP();
+    }
+    EXPECT_EQ(AllAllocations(), before);
 }
 
 TEST_F(ProcessCodePage, StandsBehindTheNumbersForIt)
