@@ -17,21 +17,11 @@ auto CStringT<Char>::ViewOf(Char const * text, int length) -> TextView
     return text ? TextView(text, static_cast<std::size_t>(length)) : TextView();
 }
 
-namespace kr::detail
-{
-
-/// The room that a text of that length is given when more is put to it, since still more will follow; none for empty
-/// texts, which mostly stay as long as they are made.
-constexpr std::size_t GrownCapacity(std::size_t length) { return length == 0 ? 0 : 2 * length + 16; }
-
-} // namespace kr::detail
-
 template <class Char>
 auto CStringT<Char>::Allocate(std::size_t capacity) -> Block *
 {
     constexpr std::size_t granularity = 16, bookkeeping = 8; // of the memory manager; a little more costs nothing
-    constexpr std::size_t largestCapacity = std::numeric_limits<int>::max() - granularity;
-    if (capacity > largestCapacity)
+    if (capacity > kr::detail::largestTextCapacity)
         AfxThrowMemoryException();
     std::size_t const needed = sizeof(Block) + (capacity + 1) * sizeof(Char);
     std::size_t const size = (needed + bookkeeping + granularity - 1) / granularity * granularity - bookkeeping;

@@ -3,11 +3,23 @@
 
 #include <krplatform/export.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
+#include <limits>
 
 namespace kr::detail
 {
+
+/// The most units that a text has, so that lengths fit into `int` whatever the memory manager rounds them up to.
+constexpr std::size_t largestTextCapacity = std::numeric_limits<int>::max() - std::size_t{16};
+
+/// The room that a text of that length is given when more is put to it, since still more will follow; none for empty
+/// texts, which mostly stay as long as they are made.
+constexpr std::size_t GrownCapacity(std::size_t length)
+{
+    return length == 0 ? 0 : std::min(2 * length + 16, largestTextCapacity);
+}
 
 /// Frees the memory of a block that has no owner any more.
 KRPLATFORM_API void FreeTextBlock(void * block) noexcept;

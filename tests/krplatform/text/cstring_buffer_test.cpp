@@ -1,4 +1,5 @@
 #include <krplatform/text/cstring.h>
+#include <krplatform/text/textblock.h>
 
 #include "tests/krplatform/text/failures.h"
 
@@ -138,4 +139,15 @@ TEST(CStringBuffer, PreallocatedRoomIsUsedAndGivenBack)
     text.GetBufferSetLength(0);
     text.FreeExtra();
     EXPECT_EQ(text.GetAllocLength(), 0);
+}
+
+TEST(CStringBuffer, GrowsInStepsThatDoubleUpToTheLongestText)
+{
+    using kr::detail::GrownCapacity;
+    EXPECT_EQ(GrownCapacity(0), 0u);
+    EXPECT_EQ(GrownCapacity(1), 18u);
+    EXPECT_EQ(GrownCapacity(1000), 2016u);
+    EXPECT_LT(GrownCapacity(1'000'000'000), kr::detail::largestTextCapacity);
+    for (std::size_t const length : {1'100'000'000u, 2'000'000'000u, 2'147'483'631u})
+        EXPECT_EQ(GrownCapacity(length), kr::detail::largestTextCapacity) << "a long text still takes one unit more";
 }
