@@ -233,8 +233,9 @@ ScannedReal ScanReal(WCHAR const * text, std::size_t limit)
         std::size_t const rest = Behind(limit, signLength);
         if (!ScanPlainReal(digits, rest, number) && !ScanShortReal(reader, number))
             number = ScanLongReal(digits, rest);
-        if (number.length != 0)
-            number.length += signLength;
+        if (number.length == 0)
+            return {};
+        number.length += signLength;
         if (isNegative)
             number.value = -number.value;
     }
