@@ -191,14 +191,25 @@ TEST_F(ProcessCodePage, FollowsAnEmptyTextThatIsWrittenOver)
     unsetenv("LC_ALL");
 }
 
-TEST_F(ProcessCodePage, TakesNamesOfAnyLength)
+TEST_F(ProcessCodePage, TellsNamesApartThatBeginAlike)
 {
-    std::string const name = "ja_JP@" + std::string(200, 'x');
-    setenv("LC_ALL", name.c_str(), 1);
-    EXPECT_EQ(GetACP(), 932u);
-    EXPECT_EQ(GetACP(), 932u);
-    setenv("LC_ALL", ("ko_KR@" + std::string(200, 'x')).c_str(), 1);
-    EXPECT_EQ(GetACP(), 949u);
+    std::string const longBeginning = "de_DE." + std::string(25, '-'); // as long as any name that is remembered
+    struct Row
+    {
+        std::string locale;
+        UINT codePage;
+    };
+    Row const rows[] = {
+        {"ja_JP.UTF-8", 65001},           {"ja_JP", 932},        {"ja_JP.UTF-8", 65001},
+        {longBeginning + "UTF-8", 65001}, {longBeginning, 1252}, {longBeginning + "UTF-8", 65001},
+        {longBeginning + "SJIS", 932},    {longBeginning, 1252},
+    };
+    for (Row const & row : rows)
+    {
+        setenv("LC_ALL", row.locale.c_str(), 1);
+        EXPECT_EQ(GetACP(), row.codePage) << row.locale;
+        EXPECT_EQ(GetACP(), row.codePage) << row.locale;
+    }
 }
 
 TEST_F(ProcessCodePage, KeepsNothingOfEnvironmentsThatWere)
