@@ -2,36 +2,27 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 namespace kr::detail
 {
 
-/// A name of at most 31 bytes, as those of locales are; a longer one is not kept, and equals nothing.
+/// The name of a locale, which is not empty: up to 31 bytes are kept. A longer one equals nothing, as before any is taken.
 class ShortName
 {
 public:
-    /// Names differ within a few bytes, so a loop beats a call.
-    bool operator==(char const * name) const noexcept
-    {
-        if (!m_isKept)
-            return false;
-        std::size_t index = 0;
-        while (index < m_length && name[index] == m_bytes[index])
-            ++index;
-        return index == m_length && name[index] == 0;
-    }
+    bool operator==(char const * name) const noexcept { return std::strcmp(m_text, name) == 0; }
 
     void Take(std::string_view name) noexcept
     {
-        m_isKept = name.size() <= sizeof m_bytes;
-        m_length = m_isKept ? name.copy(m_bytes, sizeof m_bytes) : 0;
+        std::size_t const length = name.size() < sizeof m_text ? name.size() : 0;
+        name.copy(m_text, length);
+        m_text[length] = 0;
     }
 
 private:
-    bool m_isKept = false;
-    std::size_t m_length = 0;
-    char m_bytes[31] = {};
+    char m_text[32] = {};
 };
 
 } // namespace kr::detail

@@ -200,9 +200,15 @@ TEST_F(ProcessCodePage, TellsNamesApartThatBeginAlike)
         UINT codePage;
     };
     Row const rows[] = {
-        {"ja_JP.UTF-8", 65001},           {"ja_JP", 932},        {"ja_JP.UTF-8", 65001},
-        {longBeginning + "UTF-8", 65001}, {longBeginning, 1252}, {longBeginning + "UTF-8", 65001},
-        {longBeginning + "SJIS", 932},    {longBeginning, 1252},
+        {"ja_JP.UTF-8", 65001},
+        {"ja_JP", 932},
+        {"ja_JP.UTF-8", 65001},
+        {longBeginning + "UTF-8", 65001},
+        {longBeginning, 1252},
+        {longBeginning + "-", 1252},
+        {longBeginning + "UTF-8", 65001},
+        {longBeginning + "SJIS", 932},
+        {longBeginning, 1252},
     };
     for (Row const & row : rows)
     {
