@@ -23,6 +23,14 @@ TEST(CKrPoint3, GivesItsCoordinatesByIndexAndByName)
     EXPECT_EQ(value.z, 3.25);
 }
 
+TEST(CKrPoint3, KeepsItsCoordinatesInOrder)
+{
+    CKrPoint3 value;
+    double * const coordinates = &value.x;
+    EXPECT_EQ(&value.y, coordinates + 1);
+    EXPECT_EQ(&value.z, coordinates + 2);
+}
+
 TEST(CKrPoint3, GivesTheLastCoordinateForIndexesPastTheEnd)
 {
     CKrPoint3 const value(1, 2, 3);

@@ -23,6 +23,14 @@ TEST(CKrVector3, GivesItsCoordinatesByIndexAndByName)
     EXPECT_EQ(value.z, 3.25);
 }
 
+TEST(CKrVector3, KeepsItsCoordinatesInOrder)
+{
+    CKrVector3 value;
+    double * const coordinates = &value.x;
+    EXPECT_EQ(&value.y, coordinates + 1);
+    EXPECT_EQ(&value.z, coordinates + 2);
+}
+
 TEST(CKrVector3, GivesTheLastCoordinateForIndexesPastTheEnd)
 {
     CKrVector3 const value(1, 2, 3);
