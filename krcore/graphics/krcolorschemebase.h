@@ -4,8 +4,8 @@
 #include <krcore/export.h>
 #include <krplatform/text/cstring.h>
 
-/// The base that clients derive their colour schemes from: a name and a description, both empty at first. What a scheme holds, and what its
-/// three operations do, is the client's affair; here they do nothing and are true.
+/// The base that clients derive their colour schemes from: a name and a description, both empty at first. What a scheme
+/// holds, and what its three operations do, is the client's affair; here they do nothing and are true.
 class KRCORE_API CKrColorSchemeBase
 {
 public:

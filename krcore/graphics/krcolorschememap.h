@@ -8,8 +8,8 @@
 
 extern template class KRCORE_API kr::ownermap<CString, CKrColorSchemeBase>;
 
-/// Schemes by name, which the map owns; one name is the current one. What has no scheme here is looked up in the inherited map, then in the
-/// one that it inherits, and so on. Case counts.
+/// Schemes by name, which the map owns; one name is the current one. What has no scheme here is looked up in the
+/// inherited map, then in the one that it inherits, and so on. Case counts.
 ///
 ///     CKrColorSchemeMap map;
 ///     map.AddObject(OLESTR("Dark"), new DarkScheme);
@@ -17,8 +17,9 @@ extern template class KRCORE_API kr::ownermap<CString, CKrColorSchemeBase>;
 ///     map.SetCurrentScheme(OLESTR("Light"));
 ///     map.GetCurrentColorScheme()                      the scheme "Light" of `shared`, or null
 ///
-/// Deliberate: a copy holds the same schemes, each map as their owner, so one of the two gives them up by `GetMap().clear()` before its end.
-/// An assignment drops the schemes that the target held without deleting them. Circles of inherited maps never answer.
+/// Deliberate: a copy holds the same schemes, each map as their owner, so one of the two gives them up by
+/// `GetMap().clear()` before its end. An assignment drops the schemes that the target held without deleting them.
+/// Circles of inherited maps never answer.
 class KRCORE_API CKrColorSchemeMap : public kr::ownermap<CString, CKrColorSchemeBase>
 {
 public:

@@ -8,8 +8,8 @@
 ///     CKrLineStyle::AcadLineStyle(25, OLESTR(""))     -> "CONTINUOUS", weight 25, width 0.25
 ///     CKrLineStyle::AcadLineStyle(0.26, OLESTR(""))   -> "CONTINUOUS", weight 30, width 0.26
 ///
-/// A plain value; nothing is checked against a range. A name that is made here throws `CMemoryException *` when memory runs out; nothing
-/// else fails.
+/// A plain value; nothing is checked against a range. A name that is made here throws `CMemoryException *` when memory
+/// runs out; nothing else fails.
 class KRCORE_API CKrLineStyle
 {
 public:

@@ -37,8 +37,8 @@ private:
     CKrVariant m_value;
 };
 
-/// A bag of attributes by name, in the order of their names by code units; case counts. Reading takes a default for what is
-/// missing; the `...Add` forms write that default, with a description, when it is first asked for.
+/// A bag of attributes by name, in the order of their names by code units; case counts. Reading takes a default for
+/// what is missing; the `...Add` forms write that default, with a description, when it is first asked for.
 ///
 ///     CKrAttrList list;
 ///     list.GetLong(OLESTR("x"), 5)                          -> 5, and the list stays empty
@@ -47,8 +47,9 @@ private:
 ///     list.GetValue(OLESTR("y"))                            throws "Attribute y nicht enthalten"
 ///
 /// Failures of the list are `CKrException` of level normal, without a location; it then stays as it was. A value that
-/// cannot be read as the wanted type raises the platform's failure: the default does not stand in for it. When memory runs out
-/// (`std::bad_alloc`, `CMemoryException *`) the list stays as it was too; `AppendAttrList` keeps what it has appended by then.
+/// cannot be read as the wanted type raises the platform's failure: the default does not stand in for it. When memory
+/// runs out (`std::bad_alloc`, `CMemoryException *`) the list stays as it was too; `AppendAttrList` keeps what it has
+/// appended by then.
 class KRCORE_API CKrAttrList : public CObject
 {
 public:
@@ -67,8 +68,8 @@ public:
     /// Whether the argument's name exists; value and description do not count.
     bool Includes(CKrAttrData const & attribute) const;
 
-    /// The entry at that place in the order of keys, valid until it is removed. Throws "Attributindex ueberschreitet Map-size!"
-    /// at or past the end. Deliberate: a negative index gives the first entry, and throws in an empty list.
+    /// The entry at that place in the order of keys, valid until it is removed. Throws "Attributindex ueberschreitet
+    /// Map-size!" at or past the end. Deliberate: a negative index gives the first entry, and throws in an empty list.
     CKrAttrData const & At(int index) const;
     /// The entry of that key, valid until it is removed. This and the next three throw where it is missing.
     CKrAttrData const & GetAttr(CString const & key) const;
@@ -103,8 +104,8 @@ public:
     double GetDouble(CString const & key, double defaultValue) const;
     long GetLong(CString const & key, long defaultValue) const;
     CString GetString(CString const & key, CString const & defaultValue) const;
-    /// Deliberate: the platform converts nothing to a plain pointer, so an entry that exists raises its failure; read it by
-    /// `GetValue` and the conversion to `void *`.
+    /// Deliberate: the platform converts nothing to a plain pointer, so an entry that exists raises its failure; read
+    /// it by `GetValue` and the conversion to `void *`.
     void * GetPtr(CString const & key, void * defaultValue) const;
 
     // Write the default and the description where the key is missing, then read.

@@ -41,8 +41,9 @@ public:
     int GetRows() const noexcept { return m_rows; }
     int GetColumns() const noexcept { return m_columns; }
 
-    /// Makes the matrix that large. The elements stay in their order, row after row, whatever the old shape was; numbers below 0
-    /// count as 0. Throws `std::bad_alloc` or `std::length_error` for more elements than memory holds; the matrix then stays as it was.
+    /// Makes the matrix that large. The elements stay in their order, row after row, whatever the old shape was;
+    /// numbers below 0 count as 0. Throws `std::bad_alloc` or `std::length_error` for more elements than memory holds;
+    /// the matrix then stays as it was.
     void Resize(int rows, int columns)
     {
         rows = std::max(rows, 0);

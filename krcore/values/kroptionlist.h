@@ -9,7 +9,8 @@
 #include <utility>
 #include <vector>
 
-/// One choice: an identifier for programs, a text for people, a description, a value and flags, which are for the client but for `IsSelected`.
+/// One choice: an identifier for programs, a text for people, a description, a value and flags, which are for the
+/// client but for `IsSelected`.
 class KRCORE_API CKrOptionListItem
 {
 public:
@@ -60,8 +61,8 @@ private:
     bool m_missing = false;
 };
 
-/// An ordered list of choices with unique identifiers. Each item is selected by itself: selecting one never clears another, and an item that is
-/// not selectable, visible or enabled is selected like any other.
+/// An ordered list of choices with unique identifiers. Each item is selected by itself: selecting one never clears
+/// another, and an item that is not selectable, visible or enabled is selected like any other.
 ///
 ///     CKrOptionList list;
 ///     list.AddOption(OLESTR("wall"), OLESTR("Walls"), true);
@@ -69,23 +70,25 @@ private:
 ///     list.GetSelectedIDs()                       -> "wall;door"
 ///     CKrOptionList(list).GetOptionCount()        -> 0: a copy has no options
 ///
-/// The list owns its items; what it gives is lent until the item is deleted. What is not found does nothing or gives null or false. Case counts. When memory runs out
-/// (`std::bad_alloc`, `CMemoryException *`) an operation on one option changes nothing; one on several keeps what it has done by then.
+/// The list owns its items; what it gives is lent until the item is deleted. What is not found does nothing or gives
+/// null or false. Case counts. When memory runs out (`std::bad_alloc`, `CMemoryException *`) an operation on one option
+/// changes nothing; one on several keeps what it has done by then.
 class KRCORE_API CKrOptionList
 {
 public:
     CKrOptionList();
     /// Deliberate: copies no options.
     CKrOptionList(CKrOptionList const & other);
-    /// Deliberate: deletes the own options and copies none. The index keeps the old identifiers of what is deleted: before a `Clear`, nothing
-    /// may be looked up or added by identifier.
+    /// Deliberate: deletes the own options and copies none. The index keeps the old identifiers of what is deleted:
+    /// before a `Clear`, nothing may be looked up or added by identifier.
     CKrOptionList & operator=(CKrOptionList const & other);
     virtual ~CKrOptionList();
 
     /// Adds a copy, or assigns it to the item of that identifier; null without identifier and text.
     CKrOptionListItem * AddOption(CKrOptionListItem const & item);
-    /// Adds an item, or sets the selected flag of the one of that identifier and gives it the text, unless that is empty or, where it has a text,
-    /// the identifier itself. Null without identifier and text, and for an empty identifier with a text that is another's identifier.
+    /// Adds an item, or sets the selected flag of the one of that identifier and gives it the text, unless that is
+    /// empty or, where it has a text, the identifier itself. Null without identifier and text, and for an empty
+    /// identifier with a text that is another's identifier.
     CKrOptionListItem * AddOption(CString const & identifier, CString const & text, bool selected);
     /// Pairs of identifier and text, not selected.
     void AddOption(std::vector<std::pair<CString, CString>> const & options);
@@ -99,8 +102,8 @@ public:
     void AddOptionText(std::vector<CString> const & texts);
     void Clear();
     void DeleteOption(CString const & identifier);
-    /// Hands the item to the caller. Deliberate: the identifier that it has now is forgotten, so that one renamed in the list stays under its
-    /// old one; rename no item that is to be removed.
+    /// Hands the item to the caller. Deliberate: the identifier that it has now is forgotten, so that one renamed in
+    /// the list stays under its old one; rename no item that is to be removed.
     CKrOptionListItem * RemoveOption(CString const & identifier);
 
     CKrOptionListItem * GetOption(CString const & identifier) const;

@@ -13,9 +13,9 @@
 #include <cstdint>
 #include <vector>
 
-/// One typed value: a `COleVariant` with a second tag. The tag says what the value means, `vt` what bytes it holds; so a colour
-/// and a long are both VT_I4. Copies are deep. Nothing here reports an error: what cannot be converted reads as the zero of
-/// the wanted type.
+/// One typed value: a `COleVariant` with a second tag. The tag says what the value means, `vt` what bytes it holds; so
+/// a colour and a long are both VT_I4. Copies are deep. Nothing here reports an error: what cannot be converted reads
+/// as the zero of the wanted type.
 ///
 ///     CKrVariant(2.5).GetAsString()                          -> "2.5", in every locale
 ///     CKrVariant(true).ConvertType(CKrVariant::eDouble)      -> eDouble 1.0, not -1.0
@@ -24,10 +24,10 @@
 ///     CKrVariant(CKrColor(5)).IsColor()                      -> true, and its VARIANT holds the long -5
 ///     CKrVariant(5) == CKrVariant(5.0)                       -> false: `vt` and value are compared, the tag is not
 ///
-/// What throws: want of memory (`CMemoryException *`, `std::bad_alloc` where a vector is filled), and with a `COleException *`
-/// reading a composite kind from a value that has no such array, a `VARIANT` whose `vt` the platform cannot copy
-/// (DISP_E_BADVARTYPE), replacing a value that holds a locked array (DISP_E_ARRAYISLOCKED; a move does not throw and leaves that
-/// array to whoever locked it). The value then stays as it was.
+/// What throws: want of memory (`CMemoryException *`, `std::bad_alloc` where a vector is filled), and with a
+/// `COleException *` reading a composite kind from a value that has no such array, a `VARIANT` whose `vt` the platform
+/// cannot copy (DISP_E_BADVARTYPE), replacing a value that holds a locked array (DISP_E_ARRAYISLOCKED; a move does not
+/// throw and leaves that array to whoever locked it). The value then stays as it was.
 class KRCORE_API CKrVariant : public COleVariant
 {
 public:
@@ -70,8 +70,8 @@ public:
     {
         other.m_type = eInvalid;
     }
-    /// A deep copy with that tag; `eInvalid` takes the tag from `vt`. Deliberate: VT_NULL gives VT_EMPTY and `eInvalid` whatever
-    /// the tag says.
+    /// A deep copy with that tag; `eInvalid` takes the tag from `vt`. Deliberate: VT_NULL gives VT_EMPTY and `eInvalid`
+    /// whatever the tag says.
     CKrVariant(VARIANT const & source, EType type = eInvalid);
 
     CKrVariant(CString const & text);
@@ -113,8 +113,8 @@ public:
     CKrVariant(IDispatch * object);
     /// The pointer itself in a VT_UI8; not owned.
     CKrVariant(void * pointer) noexcept;
-    /// A VT_I4: the negated index of an index colour or no colour, the colour reference of any other. Deliberate: index 0 cannot
-    /// be told from black, and an index below 0 comes back as a colour reference.
+    /// A VT_I4: the negated index of an index colour or no colour, the colour reference of any other. Deliberate: index
+    /// 0 cannot be told from black, and an index below 0 comes back as a colour reference.
     CKrVariant(CKrColor const & color) noexcept;
     CKrVariant(std::vector<CString> const & values);
     CKrVariant(std::vector<double> const & values);
@@ -139,8 +139,8 @@ public:
     CKrVariant & operator=(CKrVariant const & other);
     CKrVariant & operator=(CKrVariant && other) noexcept;
 
-    /// Frees the old value and takes over that of `source`, which is left VT_EMPTY. The tag is `type` or, for `eInvalid`, taken from
-    /// `vt`; VT_NULL is kept as `eNull`. Nothing happens for this value's own `VARIANT`.
+    /// Frees the old value and takes over that of `source`, which is left VT_EMPTY. The tag is `type` or, for
+    /// `eInvalid`, taken from `vt`; VT_NULL is kept as `eNull`. Nothing happens for this value's own `VARIANT`.
     void AttachFrom(VARIANT & source, EType type = eInvalid);
     /// Moves value and tag; `source` is left VT_EMPTY and `eInvalid`. Nothing happens for this value itself.
     void AttachFrom(CKrVariant & source);
@@ -174,8 +174,8 @@ public:
     bool IsPoint3List() const noexcept { return m_type == ePoint3List; }
     bool IsVector3List() const noexcept { return m_type == eVector3List; }
 
-    // Reading a value as a type. A value of the wanted `vt` is read in place; any other is converted into a temporary under the
-    // user's locale. What does not convert gives empty text, 0, false or null.
+    // Reading a value as a type. A value of the wanted `vt` is read in place; any other is converted into a temporary
+    // under the user's locale. What does not convert gives empty text, 0, false or null.
     operator CString() const;
     operator short() const;
     operator int() const;
@@ -197,8 +197,8 @@ public:
     /// The same; always true.
     bool GetValue(CKrColor & color) const;
 
-    // Reading composite kinds. The tag plays no part; a value without an array of that element type and number of dimensions
-    // raises the platform's failure, and the output stays as it was. What returns at all returns true.
+    // Reading composite kinds. The tag plays no part; a value without an array of that element type and number of
+    // dimensions raises the platform's failure, and the output stays as it was. What returns at all returns true.
     bool GetValue(std::vector<CString> & values) const;
     bool GetValue(std::vector<double> & values) const;
     bool GetValue(std::vector<long> & values) const;
@@ -237,27 +237,28 @@ public:
     CKrPoint3List GetPoint3List() const;
     CKrVector3List GetVector3List() const;
 
-    /// Converts in place under the invariant locale and gives this value. A bool is 1 or 0, a date becomes the text "%Y-%m-%d
-    /// %H:%M:%S". The new tag follows from the new `vt`. A tag without a `vt` of its own, and a value that does not convert,
-    /// change nothing; so does a value that has the wanted `vt` already, its tag included.
+    /// Converts in place under the invariant locale and gives this value. A bool is 1 or 0, a date becomes the text
+    /// "%Y-%m-%d %H:%M:%S". The new tag follows from the new `vt`. A tag without a `vt` of its own, and a value that
+    /// does not convert, change nothing; so does a value that has the wanted `vt` already, its tag included.
     CKrVariant & ConvertType(EType type);
     /// The same under the user's locale, dates too.
     CKrVariant & ConvertTypeLocale(EType type);
 
-    /// Text for storage and display, by the tag: numbers with a point, currency and dates in the user's locale, a bool as "1"
-    /// or "0"; empty for kinds without text. Deliberate: a float shows the digits of the double that it is.
+    /// Text for storage and display, by the tag: numbers with a point, currency and dates in the user's locale, a bool
+    /// as "1" or "0"; empty for kinds without text. Deliberate: a float shows the digits of the double that it is.
     CString GetAsString() const;
     /// The same, but every VT_DATE as "%Y-%m-%d %H:%M:%S".
     CString GetAsInvariantString() const;
-    /// The platform's own text of the `VARIANT` under the user's locale. Deliberate: a bool is "-1" or "0", and what has no text
-    /// (an array) raises the platform's failure.
+    /// The platform's own text of the `VARIANT` under the user's locale. Deliberate: a bool is "-1" or "0", and what
+    /// has no text (an array) raises the platform's failure.
     CString GetAsLocaleString() const;
 
 private:
     static EType SwapType(int vt) noexcept;
     static int SwapType(EType type) noexcept;
 
-    // Write the conversion of `source` (null: this value) into this value; false, and unchanged, where it does not convert.
+    // Write the conversion of `source` (null: this value) into this value; false, and unchanged, where it does not
+    // convert.
     bool ConvertTypeImpl(int target, CKrVariant const * source);
     bool ConvertTypeLocaleImpl(int target, CKrVariant const * source);
     bool ConvertUnder(LCID locale, int target, CKrVariant const & source);
