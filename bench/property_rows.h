@@ -123,7 +123,7 @@ inline void AddTreeRow(char const * workload, char const * library, void (*run)(
 {
     benchmark::RegisterBenchmark((std::string(workload) + "/" + library).c_str(), run)
         ->RangeMultiplier(10)
-        ->Range(100, 100000)
+        ->Range(10, 100000)
         ->Complexity();
 }
 
