@@ -1,8 +1,8 @@
 #include <krcore/files/krdll.h>
 
 #include "tests/krplatform/system/test_modules.h"
-#include "tests/property/memory_failure.h"
 #include "tests/support/child_process.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 
 #include <krcore/diagnostics/krtrace.h>

@@ -1,7 +1,7 @@
 #include <krcore/files/krdll.h>
 
 #include "tests/krplatform/system/test_modules.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 #include "tests/support/virtual_slot.h"
 

@@ -1,6 +1,6 @@
 #include <krcore/files/krfilename.h>
 
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 
 #include <gtest/gtest.h>

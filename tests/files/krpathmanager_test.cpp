@@ -1,7 +1,7 @@
 #include <krcore/files/krpathmanager.h>
 
 #include "tests/files/counted_pathmanager.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 #include "tests/support/virtual_slot.h"
 

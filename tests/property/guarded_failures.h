@@ -1,7 +1,7 @@
 // Guarded operations that run out of memory.
 #pragma once
 
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 
 #include <krcore/diagnostics/krexception.h>
 

@@ -1,6 +1,6 @@
 #include <krcore/property/krassctrl.h>
 
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include <krcore/property/krevent.h>
 
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/virtual_slot.h"
 
 #include <krcore/foundation/krclass.h>

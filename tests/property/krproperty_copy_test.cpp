@@ -1,7 +1,7 @@
 #include <krcore/property/krproperty.h>
 
 #include "tests/property/counted_property.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 #include <krcore/property/krnameindex.h>
 
 #include "tests/property/counted_property.h"
-#include "tests/property/memory_failure.h"
 #include "tests/support/failing_allocator.h"
+#include "tests/support/memory_failure.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <krcore/foundation/krclass.h>
 #include <krcore/foundation/krowner.h>
 
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/virtual_slot.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include <krcore/property/krproperty.h>
 
-#include "tests/property/memory_failure.h"
 #include "tests/support/child_process.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 
 #include <gtest/gtest.h>

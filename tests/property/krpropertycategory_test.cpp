@@ -3,7 +3,7 @@
 
 #include "tests/property/counted_property_old.h"
 #include "tests/property/guarded_failures.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 
 #include <gtest/gtest.h>

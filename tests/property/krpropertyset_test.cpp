@@ -5,7 +5,7 @@
 #include <krcore/property/krvisitor.h>
 
 #include "tests/property/counted_property.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 
 #include <gtest/gtest.h>
 

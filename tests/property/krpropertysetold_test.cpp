@@ -2,7 +2,7 @@
 #include <krcore/property/krpropertysetold.h>
 
 #include "tests/property/counted_property_old.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 
 #include <gtest/gtest.h>

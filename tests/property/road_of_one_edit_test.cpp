@@ -3,7 +3,7 @@
 #include <krcore/property/krpropertyset.h>
 #include <krcore/property/krpropertyutils.h>
 
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include <krcore/table/krtablecolumn.h>
 
 #include "tests/krplatform/automation/counted_object.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include <krcore/table/krtabledata.h>
 
 #include "tests/krplatform/automation/counted_object.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 #include "tests/support/virtual_slot.h"
 

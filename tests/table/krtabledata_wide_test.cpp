@@ -2,7 +2,7 @@
 // whatever changes the columns.
 #include <krcore/table/krtabledata.h>
 
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 
 #include <gtest/gtest.h>

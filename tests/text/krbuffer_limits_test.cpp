@@ -2,7 +2,7 @@
 #include <krcore/text/krbuffer.h>
 
 #include "tests/krplatform/automation/thrown_result.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include <krcore/text/krmultilanguagetext.h>
 
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 
 #include <gtest/gtest.h>
 

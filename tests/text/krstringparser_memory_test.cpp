@@ -1,7 +1,7 @@
 // The string parser where memory runs out: at each allocation lists and separator stay as they were.
 #include <krcore/text/krstringparser.h>
 
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 
 #include <gtest/gtest.h>
 

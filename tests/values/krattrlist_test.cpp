@@ -1,7 +1,7 @@
 #include <krcore/values/krattrlist.h>
 
 #include "tests/krplatform/automation/thrown_result.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 #include "tests/support/text.h"
 
 #include <krcore/diagnostics/krexception.h>

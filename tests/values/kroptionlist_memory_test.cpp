@@ -1,7 +1,7 @@
 // Option lists where memory runs out: at each allocation the list stays as it was.
 #include <krcore/values/kroptionlist.h>
 
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "tests/krplatform/automation/counted_object.h"
 #include "tests/krplatform/automation/thrown_result.h"
-#include "tests/property/memory_failure.h"
+#include "tests/support/memory_failure.h"
 
 #include <krplatform/automation/colesafearray.h>
 #include <krplatform/text/bstr.h>
