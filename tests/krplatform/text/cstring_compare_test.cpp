@@ -111,6 +111,27 @@ TEST(CStringCompare, AgreesWithTheStandardLibraryOnRandomTexts)
     }
 }
 
+TEST(CStringCompare, TellsEachPlaceOfEachLengthApart)
+{
+    for (int length = 0; length <= 40; ++length)
+    {
+        CString const text(OLESTR('m'), length);
+        CString const same(text.GetString()); // with units of its own
+        ASSERT_EQ(text.Compare(same), 0) << length;
+        ASSERT_TRUE(text == same) << length;
+        ASSERT_EQ(text.Find(same), 0) << length;
+        for (int place = 0; place < length; ++place)
+        {
+            CString other(text);
+            other.SetAt(place, OLESTR('n'));
+            ASSERT_EQ(text.Compare(other), -1) << length << ", " << place;
+            ASSERT_EQ(other.Compare(text), 1) << length << ", " << place;
+            ASSERT_FALSE(text == other) << length << ", " << place;
+            ASSERT_EQ(text.Find(other), -1) << length << ", " << place;
+        }
+    }
+}
+
 TEST(CStringCompare, NarrowTextFoldsAsciiOnly)
 {
     EXPECT_EQ(CStringA("WALL_az").CompareNoCase("wall_AZ"), 0);
