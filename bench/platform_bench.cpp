@@ -14,7 +14,7 @@ namespace
 
 struct KrCore
 {
-    static constexpr char const * name = "KrCore";
+    static constexpr char const * label = "KrCore";
     using Text = CString;
     static constexpr WCHAR unit = OLESTR('x');
 
@@ -30,7 +30,7 @@ struct KrCore
 /// The standard has no formatting of such texts; the row of the runtime stands beside ours.
 struct Standard
 {
-    static constexpr char const * name = "std::u16string";
+    static constexpr char const * label = "std::u16string";
     using Text = std::u16string;
     static constexpr char16_t unit = u'x';
 

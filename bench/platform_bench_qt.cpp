@@ -8,7 +8,7 @@ namespace
 
 struct Qt
 {
-    static constexpr char const * name = "QString";
+    static constexpr char const * label = "QString";
     using Text = QString;
     static constexpr QChar unit{u'x'};
 

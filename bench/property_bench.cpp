@@ -11,7 +11,7 @@ using namespace kr::bench;
 
 struct KrCore
 {
-    static constexpr char const * name = "KrCore";
+    static constexpr char const * label = "KrCore";
     using Text = CString;
     using Tree = CKrPropertySet;
 

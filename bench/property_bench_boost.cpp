@@ -8,7 +8,7 @@ namespace
 
 struct Boost
 {
-    static constexpr char const * name = "boost::property_tree";
+    static constexpr char const * label = "boost::property_tree";
     using Text = std::string;
     using Tree = boost::property_tree::ptree;
 

@@ -8,7 +8,7 @@ namespace
 
 struct Nlohmann
 {
-    static constexpr char const * name = "nlohmann::ordered_json";
+    static constexpr char const * label = "nlohmann::ordered_json";
     using Text = std::string;
     using Tree = nlohmann::ordered_json;
 

@@ -43,7 +43,7 @@ QStandardItem * ChildOf(QStandardItem const & item, QString const & name)
 
 struct Items
 {
-    static constexpr char const * name = "QStandardItem";
+    static constexpr char const * label = "QStandardItem";
     using Text = QString;
     struct Tree
     {
@@ -86,7 +86,7 @@ struct Items
 /// Sorted by name at all times, and shared until it is written: a copy is made deep by touching every category.
 struct Maps
 {
-    static constexpr char const * name = "QVariantMap";
+    static constexpr char const * label = "QVariantMap";
     using Text = QString;
     using Tree = QMap<QString, QVariantMap>;
 

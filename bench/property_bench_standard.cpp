@@ -39,7 +39,7 @@ struct Node
 
 struct Standard
 {
-    static constexpr char const * name = "vector and hash map";
+    static constexpr char const * label = "vector and hash map";
     using Text = std::u16string;
     using Tree = Node<Node<Value>>;
 

@@ -1,6 +1,6 @@
 // The workloads of trees of properties, each the same for every library: ten categories that share n properties.
 //
-// A library is a struct with its `name`, its type `Tree`, and the functions that the workloads call. A row ends in n; the last rows of a
+// A library is a struct with its `label`, its type `Tree`, and the functions that the workloads call. A row ends in n; the last rows of a
 // workload tell its growth.
 #pragma once
 
@@ -130,13 +130,13 @@ inline void AddTreeRow(char const * workload, char const * library, void (*run)(
 template <class Library>
 void RegisterTreeRows()
 {
-    AddTreeRow("Build", Library::name, Build<Library>);
-    AddTreeRow("Find", Library::name, Find<Library>);
-    AddTreeRow("DeepCopy", Library::name, DeepCopy<Library>);
-    AddTreeRow("DeepCompare", Library::name, DeepCompare<Library>);
-    AddTreeRow("Walk", Library::name, Walk<Library>);
+    AddTreeRow("Build", Library::label, Build<Library>);
+    AddTreeRow("Find", Library::label, Find<Library>);
+    AddTreeRow("DeepCopy", Library::label, DeepCopy<Library>);
+    AddTreeRow("DeepCompare", Library::label, DeepCompare<Library>);
+    AddTreeRow("Walk", Library::label, Walk<Library>);
     if constexpr (requires(typename Library::Tree & tree) { Library::Sort(tree); })
-        AddTreeRow("Sort", Library::name, Sort<Library>);
+        AddTreeRow("Sort", Library::label, Sort<Library>);
 }
 
 /// Sets that are edited as one; the first argument is their number, the second that of the properties of each.

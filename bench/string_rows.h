@@ -1,6 +1,6 @@
 // The workloads of a text type, each the same for every library.
 //
-// A library is a struct with its `name`, its type `Text`, and the functions that the workloads call.
+// A library is a struct with its `label`, its type `Text`, and the functions that the workloads call.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -81,7 +81,7 @@ template <class Library>
 void RegisterStringRows()
 {
     auto const add = [](char const * workload, void (*run)(benchmark::State &))
-    { benchmark::RegisterBenchmark((std::string(workload) + "/" + Library::name).c_str(), run); };
+    { benchmark::RegisterBenchmark((std::string(workload) + "/" + Library::label).c_str(), run); };
     add("CopyText", CopyText<Library>);
     add("Append100Units", AppendUnits<Library>);
     add("Append100Texts", AppendTexts<Library>);

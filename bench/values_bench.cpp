@@ -14,7 +14,7 @@ using namespace kr::bench;
 
 struct KrCore
 {
-    static constexpr char const * name = "KrCore";
+    static constexpr char const * label = "KrCore";
     using Value = CKrVariant;
     using Text = CString;
 
@@ -30,7 +30,7 @@ struct KrCore
 
 struct Standard
 {
-    static constexpr char const * name = "std::variant";
+    static constexpr char const * label = "std::variant";
     using Value = std::variant<std::monostate, int, double, bool, std::u16string>;
     using Text = std::u16string;
 

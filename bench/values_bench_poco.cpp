@@ -8,7 +8,7 @@ namespace
 
 struct Poco
 {
-    static constexpr char const * name = "Poco::Dynamic::Var";
+    static constexpr char const * label = "Poco::Dynamic::Var";
     using Value = ::Poco::Dynamic::Var;
     using Text = std::string;
 

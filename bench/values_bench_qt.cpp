@@ -9,7 +9,7 @@ namespace
 
 struct Qt
 {
-    static constexpr char const * name = "QVariant";
+    static constexpr char const * label = "QVariant";
     using Value = QVariant;
     using Text = QString;
 

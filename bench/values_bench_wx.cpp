@@ -8,7 +8,7 @@ namespace
 
 struct Wx
 {
-    static constexpr char const * name = "wxVariant";
+    static constexpr char const * label = "wxVariant";
     using Value = wxVariant;
     using Text = wxString;
 

@@ -1,6 +1,6 @@
 // The workloads of the typed value, each the same for every library.
 //
-// A library is a struct with its `name`, its types `Value` and `Text`, and the functions that the workloads call.
+// A library is a struct with its `label`, its types `Value` and `Text`, and the functions that the workloads call.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -29,8 +29,8 @@ template <class Library, class Content>
 void RegisterConstructAndCopy(std::string const & kind, Content const & content)
 {
     using Value = typename Library::Value;
-    RegisterRow("Construct" + kind, Library::name, [content] { return Value(content); });
-    RegisterRow("Copy" + kind, Library::name, [source = Value(content)] { return Value(source); });
+    RegisterRow("Construct" + kind, Library::label, [content] { return Value(content); });
+    RegisterRow("Copy" + kind, Library::label, [source = Value(content)] { return Value(source); });
 }
 
 template <class Library>
@@ -44,20 +44,20 @@ void RegisterBasicRows()
     RegisterConstructAndCopy<Library>("Bool", true);
     RegisterConstructAndCopy<Library>("Text12", shortText);
     RegisterConstructAndCopy<Library>("Text100", longText);
-    RegisterRow("ReadInt", Library::name, [value = Value(7)] { return Library::ReadInt(value); });
-    RegisterRow("ReadDouble", Library::name, [value = Value(7.5)] { return Library::ReadDouble(value); });
-    RegisterRow("ReadText12", Library::name, [value = Value(shortText)] { return Library::ReadText(value); });
-    RegisterRow("ReadText100", Library::name, [value = Value(longText)] { return Library::ReadText(value); });
+    RegisterRow("ReadInt", Library::label, [value = Value(7)] { return Library::ReadInt(value); });
+    RegisterRow("ReadDouble", Library::label, [value = Value(7.5)] { return Library::ReadDouble(value); });
+    RegisterRow("ReadText12", Library::label, [value = Value(shortText)] { return Library::ReadText(value); });
+    RegisterRow("ReadText100", Library::label, [value = Value(longText)] { return Library::ReadText(value); });
 }
 
 template <class Library>
 void RegisterConversionRows()
 {
     using Value = typename Library::Value;
-    RegisterRow("IntToDouble", Library::name, [value = Value(17)] { return Library::IntToDouble(value); });
-    RegisterRow("DoubleToText", Library::name, [value = Value(12345.678)] { return Library::DoubleToText(value); });
-    RegisterRow("BoolToText", Library::name, [value = Value(true)] { return Library::BoolToText(value); });
-    RegisterRow("TextToDouble", Library::name,
+    RegisterRow("IntToDouble", Library::label, [value = Value(17)] { return Library::IntToDouble(value); });
+    RegisterRow("DoubleToText", Library::label, [value = Value(12345.678)] { return Library::DoubleToText(value); });
+    RegisterRow("BoolToText", Library::label, [value = Value(true)] { return Library::BoolToText(value); });
+    RegisterRow("TextToDouble", Library::label,
                 [value = Value(Library::MakeText("12345.678"))] { return Library::TextToDouble(value); });
 }
 

@@ -95,11 +95,12 @@ bool Session::Select()
 
 void Session::LeaveOutReferences()
 {
-    auto const kept = std::ranges::stable_partition(m_selected, [this](Layer const * layer)
-                                                    { return m_options.references || !IsOfReference(layer->set); });
-    if (!kept.empty())
-        Tell(eNoteReferences, m_title, static_cast<int>(kept.size()));
-    m_selected.erase(kept.begin(), kept.end());
+    auto const left = std::stable_partition(m_selected.begin(), m_selected.end(),
+                                            [this](Layer const * layer)
+                                            { return m_options.references || !IsOfReference(layer->set); });
+    if (left != m_selected.end())
+        Tell(eNoteReferences, m_title, static_cast<int>(m_selected.end() - left));
+    m_selected.erase(left, m_selected.end());
 }
 
 bool Session::Write(Change const & change)

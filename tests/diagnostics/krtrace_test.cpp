@@ -162,7 +162,7 @@ TEST_F(CKrTraceTest, PutsTimeAndLocationInFront)
         trace.Trace(OLESTR("text"), row.file, row.number);
         std::string line = Written();
         ASSERT_GT(line.size(), 8u);
-        for (std::size_t const digit : {0, 1, 3, 4, 6, 7}) // the time
+        for (std::size_t const digit : {0u, 1u, 3u, 4u, 6u, 7u}) // the time
         {
             EXPECT_TRUE(line[digit] >= '0' && line[digit] <= '9') << line;
             line[digit] = '0';
