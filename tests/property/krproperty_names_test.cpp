@@ -9,8 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <random>
+#include <unordered_map>
 
 using kr::test::AddCounted;
 using kr::test::CountedProperty;
@@ -104,6 +107,29 @@ TEST(NameIndex, FindsAllOfManyNamesAndNoOthers)
         ASSERT_EQ(index.Find(Name(static_cast<unsigned int>(number))), number);
     EXPECT_EQ(index.Find(Name(10000)), -1);
     EXPECT_TRUE(index.AreDistinct());
+}
+
+TEST(NameIndex, TellsNamesApartWhoseHashesAreTheSame)
+{
+    std::unordered_map<std::uint32_t, unsigned int> numbers; // by as much of a hash as the index keeps
+    unsigned int first = 0, second = 0;
+    for (unsigned int number = 0; second == 0 && number < 1000000; ++number)
+    {
+        auto const hash = static_cast<std::uint32_t>(std::hash<CString>()(Name(number)));
+        if (auto const [place, isNew] = numbers.try_emplace(hash, number); !isNew)
+        {
+            first = place->second;
+            second = number;
+        }
+    }
+    ASSERT_NE(second, 0u);
+    kr::detail::NameIndex index;
+    EXPECT_TRUE(index.TryAppend(Name(first), 0));
+    EXPECT_EQ(index.Find(Name(second)), -1);
+    EXPECT_TRUE(index.TryAppend(Name(second), 1));
+    EXPECT_TRUE(index.AreDistinct());
+    EXPECT_EQ(index.Find(Name(first)), 0);
+    EXPECT_EQ(index.Find(Name(second)), 1);
 }
 
 TEST(NameIndex, SaysWhenMemoryRunsOutAndKeepsWhatItHas)
