@@ -5,8 +5,6 @@
 #include <krplatform/coerce/locale_facts.h>
 #include <krplatform/export.h>
 
-#include <string_view>
-
 namespace kr::detail
 {
 
@@ -29,8 +27,8 @@ KRPLATFORM_API HRESULT FindFactsOfLocale(LCID locale, LocaleFacts const *& facts
 
 /// The raw name of the user's locale in that category as the environment has it, `de_DE.UTF-8@euro`: the first of
 /// LC_ALL, the category's own variable and LANG that is set and not empty; "C" where none is. It stands until the
-/// environment is changed, and is followed by a zero.
-KRPLATFORM_API std::string_view UserLocaleName(LocaleCategory category) noexcept;
+/// environment is changed.
+KRPLATFORM_API char const * UserLocaleName(LocaleCategory category) noexcept;
 
 /// The running year in local time.
 KRPLATFORM_API int RunningYear() noexcept;

@@ -2,6 +2,7 @@
 #include <krplatform/linux/codepage_convert.h>
 #include <krplatform/linux/codepage_process.h>
 #include <krplatform/linux/codepage_registry.h>
+#include <krplatform/linux/codepage_utf8.h>
 
 #include <limits>
 #include <string>
@@ -48,6 +49,8 @@ Destination<Char> DestinationOf(Char * buffer, int room)
     return {buffer, static_cast<std::size_t>(room)};
 }
 
+inline bool IsOfProcess(UINT codePage) { return codePage == CP_ACP || codePage == CP_THREAD_ACP; }
+
 /// What a code page is converted by: a table, or the rules of UTF-8.
 struct Scheme
 {
@@ -58,8 +61,6 @@ struct Scheme
 /// Neither, with the last error set, for an unknown code page and when memory runs out.
 inline Scheme FindScheme(UINT codePage)
 {
-    if (codePage == CP_ACP || codePage == CP_THREAD_ACP)
-        codePage = ProcessCodePage();
     bool const isUtf8 = codePage == CP_UTF8;
     return {isUtf8 ? nullptr : FindCodePage(codePage), isUtf8};
 }
@@ -75,17 +76,55 @@ CharacterBytes DefaultBytes(CodePageTable const & table, char const * defaultCha
     return TwoBytes(first, static_cast<BYTE>(defaultChar[1]));
 }
 
-/// One unit into room for two bytes: whoever converts text one by one asks so, and saves a third of the time.
-int NarrowUnit(CodePageTable const & table, Substitution substitution, WCHAR unit, char * bytes, BOOL * usedDefault)
+/// One unit: whoever converts text one by one asks so, and is spared what a text needs. 0, with nothing done, where the room may
+/// not do, for a surrogate in UTF-8, and for a code page without a table yet.
+inline int NarrowUnit(UINT codePage, bool exactOnly, WCHAR unit, char * bytes, int room, BOOL * usedDefault)
 {
-    CharacterBytes const found = BytesFor(unit, table, substitution);
+    if (codePage == CP_UTF8)
+    {
+        if (room < 3 || IsSurrogate(unit))
+            return 0;
+        if (usedDefault)
+            *usedDefault = FALSE;
+        WritingOutput<char> output({bytes, 3});
+        PutUtf8(output, unit);
+        return static_cast<int>(output.GetCount());
+    }
+    CodePageTable const * const table = FindMadeCodePage(codePage);
+    if (!table || room < 2)
+        return 0;
+    CharacterBytes const found = BytesFor(unit, *table, {exactOnly, '?'});
     if (usedDefault)
         *usedDefault = found == noBytes;
-    return PutCharacter(bytes, found == noBytes ? substitution.bytes : found);
+    return PutCharacter(bytes, found == noBytes ? CharacterBytes{'?'} : found);
 }
 
-int NarrowAnyText(UINT codePage, DWORD flags, WCHAR const * text, int length, char * bytes, int room,
-                  char const * defaultChar, BOOL * usedDefault)
+/// One character, likewise. 0, with nothing done, where it is not valid or not one unit, and for a
+/// code page without a table yet.
+inline int WidenCharacter(UINT codePage, std::string_view bytes, WCHAR * text)
+{
+    if (codePage == CP_UTF8)
+    {
+        Utf8Character const found = DecodeUtf8(bytes);
+        if (found.size != bytes.size() || !found.isValid || found.character >= 0x10000)
+            return 0;
+        *text = static_cast<WCHAR>(found.character);
+        return 1;
+    }
+    CodePageTable const * const table = FindMadeCodePage(codePage);
+    if (!table)
+        return 0;
+    DecodedCharacter const found = DecodeCharacter(*table, bytes);
+    if (found.size != bytes.size() || !found.isValid)
+        return 0;
+    *text = found.unit;
+    return 1;
+}
+
+// What is not inlined keeps its frame away from single units, which need none.
+
+[[gnu::noinline]] int NarrowAnyText(UINT codePage, DWORD flags, WCHAR const * text, int length, char * bytes, int room,
+                                    char const * defaultChar, BOOL * usedDefault)
 {
     if (!AreBuffersUsable(text, length, bytes, room))
         return Fail(ERROR_INVALID_PARAMETER);
@@ -97,8 +136,6 @@ int NarrowAnyText(UINT codePage, DWORD flags, WCHAR const * text, int length, ch
         return Fail(ERROR_INVALID_FLAGS);
 
     bool const exactOnly = (flags & WC_NO_BEST_FIT_CHARS) != 0;
-    if (table && length == 1 && room >= 2)
-        return NarrowUnit(*table, {exactOnly, DefaultBytes(*table, defaultChar)}, *text, bytes, usedDefault);
     TextView const view = ViewOf(text, length);
     Destination<char> const destination = DestinationOf(bytes, room);
     bool isDefaultUsed = false;
@@ -110,28 +147,7 @@ int NarrowAnyText(UINT codePage, DWORD flags, WCHAR const * text, int length, ch
     return AnswerOf(conversion);
 }
 
-} // namespace
-
-} // namespace kr::detail
-
-using namespace kr::detail;
-
-int WideCharToMultiByte(UINT codePage, DWORD flags, WCHAR const * text, int length, char * bytes, int room,
-                        char const * defaultChar, BOOL * usedDefault)
-{
-    if (codePage == CP_UTF8 && flags == 0 && length == 1 && room >= 3 && AreBuffersUsable(text, length, bytes, room))
-    {
-        if (int const count = NarrowUnitToUtf8(*text, bytes); count != 0)
-        {
-            if (usedDefault)
-                *usedDefault = false;
-            return count;
-        }
-    }
-    return NarrowAnyText(codePage, flags, text, length, bytes, room, defaultChar, usedDefault);
-}
-
-int MultiByteToWideChar(UINT codePage, DWORD flags, char const * bytes, int length, WCHAR * text, int room)
+[[gnu::noinline]] int WidenAnyText(UINT codePage, DWORD flags, char const * bytes, int length, WCHAR * text, int room)
 {
     if (!AreBuffersUsable(bytes, length, text, room))
         return Fail(ERROR_INVALID_PARAMETER);
@@ -144,16 +160,45 @@ int MultiByteToWideChar(UINT codePage, DWORD flags, char const * bytes, int leng
 
     bool const validOnly = (flags & MB_ERR_INVALID_CHARS) != 0;
     std::string_view const view = ViewOf(bytes, length);
-    if (table && room > 0)
-    {
-        DecodedCharacter const character = DecodeCharacter(*table, view);
-        if (character.size == view.size() && (character.isValid || !validOnly))
-        {
-            *text = character.unit;
-            return 1;
-        }
-    }
     Destination<WCHAR> const destination = DestinationOf(text, room);
     return AnswerOf(isUtf8 ? WidenUtf8(validOnly, view, destination)
                            : WidenBytes(*table, validOnly, view, destination));
+}
+
+[[gnu::noinline]] int NarrowToProcess(DWORD flags, WCHAR const * text, int length, char * bytes, int room,
+                                      char const * defaultChar, BOOL * usedDefault)
+{
+    return WideCharToMultiByte(ProcessCodePage(), flags, text, length, bytes, room, defaultChar, usedDefault);
+}
+
+[[gnu::noinline]] int WidenFromProcess(DWORD flags, char const * bytes, int length, WCHAR * text, int room)
+{
+    return MultiByteToWideChar(ProcessCodePage(), flags, bytes, length, text, room);
+}
+
+} // namespace
+
+} // namespace kr::detail
+
+using namespace kr::detail;
+
+int WideCharToMultiByte(UINT codePage, DWORD flags, WCHAR const * text, int length, char * bytes, int room,
+                        char const * defaultChar, BOOL * usedDefault)
+{
+    if (IsOfProcess(codePage))
+        return NarrowToProcess(flags, text, length, bytes, room, defaultChar, usedDefault);
+    bool const isUnit = length == 1 && text && bytes && static_cast<void const *>(text) != bytes && !defaultChar &&
+                        (flags & ~WC_NO_BEST_FIT_CHARS) == 0;
+    int const count = isUnit ? NarrowUnit(codePage, flags != 0, *text, bytes, room, usedDefault) : 0;
+    return count != 0 ? count : NarrowAnyText(codePage, flags, text, length, bytes, room, defaultChar, usedDefault);
+}
+
+int MultiByteToWideChar(UINT codePage, DWORD flags, char const * bytes, int length, WCHAR * text, int room)
+{
+    if (IsOfProcess(codePage))
+        return WidenFromProcess(flags, bytes, length, text, room);
+    bool const isCharacter = length > 0 && room > 0 && bytes && text && static_cast<void const *>(text) != bytes &&
+                             (flags & ~MB_ERR_INVALID_CHARS) == 0;
+    int const count = isCharacter ? WidenCharacter(codePage, ViewOf(bytes, length), text) : 0;
+    return count != 0 ? count : WidenAnyText(codePage, flags, bytes, length, text, room);
 }

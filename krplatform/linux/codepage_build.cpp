@@ -91,6 +91,7 @@ std::unique_ptr<CodePageTable> BuildCodePage(CodePage const & page)
     ApplyChanges(page.number, *table);
     AddLookAlikes(page.number, *table);
     DropQuestionMarks(*table);
+    table->FindExactBytes();
     return table;
 }
 

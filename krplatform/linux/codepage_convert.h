@@ -85,9 +85,6 @@ Conversion WidenBytes(CodePageTable const & table, bool validOnly, std::string_v
 /// A lone surrogate is an error with `validOnly`, else it becomes U+FFFD and sets `usedDefault`.
 Conversion NarrowToUtf8(bool validOnly, TextView text, Destination<char> destination, bool & usedDefault);
 
-/// One unit into room for three bytes. The number of its bytes; 0, with nothing written, for a surrogate.
-int NarrowUnitToUtf8(WCHAR unit, char * bytes);
-
 /// Each longest beginning of a character that does not go on as one, and each byte that begins none, is an error with
 /// `validOnly`, else U+FFFD. Deliberate: at the very end of the text a pair of surrogates for which there is one place
 /// only is cut, without an error.

@@ -1,4 +1,7 @@
 #include <krplatform/linux/codepage_pages.h>
+#include <krplatform/linux/codepage_registry.h>
+
+#include <array>
 
 namespace kr::detail
 {
@@ -61,6 +64,20 @@ constexpr CodePage s_pages[] = {
     {  28603, "ibm-921_P100-1995",     s_take,    true,        '?',    {}         },
     {  28605, "ibm-923_P100-1998",     s_take,    true,        '?',    {}         },
 };
+
+constexpr bool HaveSlotsOfTheirOwn(std::span<CodePage const> pages)
+{
+    std::array<bool, 256> taken{};
+    for (CodePage const & page : pages)
+    {
+        bool & slot = taken[SlotOfCodePage(page.number)];
+        if (slot)
+            return false;
+        slot = true;
+    }
+    return true;
+}
+static_assert(HaveSlotsOfTheirOwn(s_pages));
 
 // The private units stand for bytes without a character. They go both ways, but are invalid where the caller asks for
 // valid bytes.

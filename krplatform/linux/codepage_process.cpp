@@ -4,6 +4,8 @@
 #include <krplatform/linux/codepage_process.h>
 #include <krplatform/linux/short_name.h>
 
+#include <new>
+
 namespace kr::detail
 {
 
@@ -23,9 +25,9 @@ constinit thread_local LastCodePage s_last;
 
 UINT ProcessCodePage()
 {
-    std::string_view const locale = UserLocaleName(LocaleCategory::characters);
-    LastCodePage & last = s_last;
-    if (!(last.locale == locale.data()))
+    char const * const locale = UserLocaleName(LocaleCategory::characters);
+    LastCodePage & last = *std::launder(&s_last); // the address, which costs a call, is asked for once
+    if (!(last.locale == locale))
     {
         last.codePage = CodePageOfLocale(locale);
         last.locale.Take(locale);

@@ -8,7 +8,7 @@
 namespace kr::detail
 {
 
-constinit CodePageSlots codePageSlots;
+constinit std::array<std::atomic<CodePageTable const *>, 256> codePageSlots;
 
 namespace
 {
@@ -27,10 +27,11 @@ CodePageTable const * MakeCodePage(UINT codePage)
         return nullptr;
     }
     std::lock_guard const lock(s_making);
-    std::atomic<CodePageTable const *> & slot = SlotOfCodePage(codePage);
-    if (!slot.load())
-        slot = BuildCodePage(*page).release();
-    return slot;
+    if (CodePageTable const * const made = FindMadeCodePage(codePage))
+        return made;
+    CodePageTable const * const table = BuildCodePage(*page).release();
+    codePageSlots[SlotOfCodePage(codePage)].store(table, std::memory_order_release);
+    return table;
 }
 
 } // namespace kr::detail

@@ -9,21 +9,17 @@
 namespace kr::detail
 {
 
-/// The tables that were made: each in the first slot, from the one of its number's remainder on, that was free then.
-/// More than twice as many slots as pages, so that a search ends soon. Slots are never emptied.
-using CodePageSlots = std::array<std::atomic<CodePageTable const *>, 128>;
-extern CodePageSlots codePageSlots;
+/// The tables that were made.
+extern std::array<std::atomic<CodePageTable const *>, 256> codePageSlots;
 
-/// The slot of a page's table, or the free one where it belongs.
-inline std::atomic<CodePageTable const *> & SlotOfCodePage(UINT codePage)
+/// Where the table of a page has its place: no two pages share one.
+constexpr std::size_t SlotOfCodePage(UINT codePage) { return (codePage + codePage / 8) % 256; }
+
+/// Null where it is not made yet, and for an unknown page.
+inline CodePageTable const * FindMadeCodePage(UINT codePage)
 {
-    for (std::size_t index = codePage;; ++index)
-    {
-        std::atomic<CodePageTable const *> & slot = codePageSlots[index % codePageSlots.size()];
-        CodePageTable const * const table = slot.load(std::memory_order_acquire);
-        if (!table || table->GetCodePage() == codePage)
-            return slot;
-    }
+    CodePageTable const * const table = codePageSlots[SlotOfCodePage(codePage)].load(std::memory_order_acquire);
+    return table && table->GetCodePage() == codePage ? table : nullptr;
 }
 
 /// Makes the table if no other thread has done so by now.
@@ -33,7 +29,7 @@ CodePageTable const * MakeCodePage(UINT codePage);
 /// for an unknown page, ERROR_NOT_ENOUGH_MEMORY. Any thread may call.
 inline CodePageTable const * FindCodePage(UINT codePage)
 {
-    CodePageTable const * const table = SlotOfCodePage(codePage).load(std::memory_order_acquire);
+    CodePageTable const * const table = FindMadeCodePage(codePage);
     return table ? table : MakeCodePage(codePage);
 }
 

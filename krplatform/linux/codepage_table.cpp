@@ -9,6 +9,7 @@ namespace kr::detail
 CodePageTable::CodePageTable(UINT codePage, WCHAR defaultUnit) : m_codePage(codePage), m_defaultUnit(defaultUnit)
 {
     m_bytes.fill(noBytes);
+    m_exactBytes.fill(noBytes);
 }
 
 std::unique_ptr<CodePageTable> CodePageTable::Create(UINT codePage, std::span<LeadRange const> leads, WCHAR defaultUnit)
@@ -36,6 +37,15 @@ void CodePageTable::SetPair(CharacterBytes bytes, WCHAR unit)
         SetBytes(previous, noBytes);
     SetUnit(bytes, unit);
     SetBytes(unit, bytes);
+}
+
+void CodePageTable::FindExactBytes()
+{
+    for (std::size_t unit = 0; unit < m_bytes.size(); ++unit)
+    {
+        CharacterBytes const bytes = m_bytes[unit];
+        m_exactBytes[unit] = bytes != noBytes && UnitOf(bytes) == unit ? bytes : noBytes;
+    }
 }
 
 } // namespace kr::detail

@@ -49,17 +49,16 @@ public:
     CharacterBytes BytesOf(WCHAR unit) const { return m_bytes[unit]; }
 
     /// The bytes that decode back to the unit; `noBytes` where there are none.
-    CharacterBytes ExactBytesOf(WCHAR unit) const
-    {
-        CharacterBytes const bytes = m_bytes[unit];
-        return bytes != noBytes && UnitOf(bytes) == unit ? bytes : noBytes;
-    }
+    CharacterBytes ExactBytesOf(WCHAR unit) const { return m_exactBytes[unit]; }
 
     void SetUnit(CharacterBytes bytes, WCHAR unit) { m_units[IndexOf(bytes)] = unit; }
     void SetBytes(WCHAR unit, CharacterBytes bytes) { m_bytes[unit] = bytes; }
 
     /// Makes the bytes those of the unit, in both directions.
     void SetPair(CharacterBytes bytes, WCHAR unit);
+
+    /// To be called when all units and bytes are set.
+    void FindExactBytes();
 
 private:
     CodePageTable(UINT codePage, WCHAR defaultUnit);
@@ -71,6 +70,7 @@ private:
     std::array<BYTE, 256> m_blocks{}; ///< by lead byte: the number of its block of units; 0: no lead byte
     std::unique_ptr<WCHAR[]> m_units; ///< blocks of 256, the first for bytes alone
     std::array<CharacterBytes, 0x10000> m_bytes;
+    std::array<CharacterBytes, 0x10000> m_exactBytes;
 };
 
 } // namespace kr::detail

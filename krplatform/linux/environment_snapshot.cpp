@@ -11,8 +11,14 @@ bool EnvironmentSnapshot::IsCurrent() const noexcept
     if (!environment || environment != m_environment)
         return false;
     // The array may be another one in the same place, and shorter: nothing is read behind the first difference.
+    auto const isSame = [&](std::size_t index) { return environment[index] == m_variables[index]; };
     std::size_t index = 0;
-    while (index < m_count && environment[index] == m_variables[index])
+    for (; index + 4 <= m_count; index += 4)
+    {
+        if (!isSame(index) || !isSame(index + 1) || !isSame(index + 2) || !isSame(index + 3))
+            return false;
+    }
+    while (index < m_count && isSame(index))
         ++index;
     return index == m_count;
 }

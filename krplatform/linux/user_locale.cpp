@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <initializer_list>
+#include <new>
 #include <string_view>
 
 namespace kr::detail
@@ -101,12 +102,13 @@ constinit thread_local KnownVariables s_known;
 /// The variables, which are asked for at each conversion.
 LocaleVariables const & CurrentVariables() noexcept
 {
-    if (!s_known.environment.IsCurrent())
+    KnownVariables & known = *std::launder(&s_known); // the address, which costs a call, is asked for once
+    if (!known.environment.IsCurrent())
     {
-        s_known.environment.Take();
-        s_known.variables = ReadVariables();
+        known.environment.Take();
+        known.variables = ReadVariables();
     }
-    return s_known.variables;
+    return known.variables;
 }
 
 /// The facts that a thread was given last, and for which names.
@@ -130,7 +132,7 @@ constinit thread_local LastAnswer s_last;
 
 } // namespace
 
-std::string_view UserLocaleName(LocaleCategory category) noexcept
+char const * UserLocaleName(LocaleCategory category) noexcept
 {
     LocaleVariables const & variables = CurrentVariables();
     switch (category)

@@ -187,20 +187,20 @@ TEST_F(UserLocale, IsSeenByEveryThread)
 TEST_F(UserLocale, GivesItsRawNameByCategory)
 {
     using detail::LocaleCategory;
-    EXPECT_EQ(detail::UserLocaleName(LocaleCategory::characters), "C");
+    EXPECT_STREQ(detail::UserLocaleName(LocaleCategory::characters), "C");
     Set("LANG", "de_DE.UTF-8@euro");
-    EXPECT_EQ(detail::UserLocaleName(LocaleCategory::characters), "de_DE.UTF-8@euro");
+    EXPECT_STREQ(detail::UserLocaleName(LocaleCategory::characters), "de_DE.UTF-8@euro");
     Set("LC_CTYPE", "fr_FR.ISO-8859-1");
     Set("LC_NUMERIC", "it_IT");
     Set("LC_TIME", "ja_JP");
     Set("LC_MONETARY", "en_GB");
-    EXPECT_EQ(detail::UserLocaleName(LocaleCategory::characters), "fr_FR.ISO-8859-1");
-    EXPECT_EQ(detail::UserLocaleName(LocaleCategory::numbers), "it_IT");
-    EXPECT_EQ(detail::UserLocaleName(LocaleCategory::dates), "ja_JP");
-    EXPECT_EQ(detail::UserLocaleName(LocaleCategory::amounts), "en_GB");
+    EXPECT_STREQ(detail::UserLocaleName(LocaleCategory::characters), "fr_FR.ISO-8859-1");
+    EXPECT_STREQ(detail::UserLocaleName(LocaleCategory::numbers), "it_IT");
+    EXPECT_STREQ(detail::UserLocaleName(LocaleCategory::dates), "ja_JP");
+    EXPECT_STREQ(detail::UserLocaleName(LocaleCategory::amounts), "en_GB");
     Set("LC_ALL", "C.UTF-8");
-    EXPECT_EQ(detail::UserLocaleName(LocaleCategory::characters), "C.UTF-8");
-    EXPECT_EQ(detail::UserLocaleName(LocaleCategory::dates), "C.UTF-8");
+    EXPECT_STREQ(detail::UserLocaleName(LocaleCategory::characters), "C.UTF-8");
+    EXPECT_STREQ(detail::UserLocaleName(LocaleCategory::dates), "C.UTF-8");
 }
 
 TEST_F(UserLocale, IsNotMistakenForAVariableThatOnlyBeginsLikeOne)
