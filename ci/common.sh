@@ -24,7 +24,7 @@ need_build() {
 
 need_tests() {
     need_build
-    need libgtest-dev zlib1g-dev pkg-config python3 python3-ezdxf
+    need libgtest-dev zlib1g-dev pkg-config python3 python3-ezdxf gdb
 }
 
 # build PRESET [TARGET...]: configures and builds. The compiler cache ignores where the tree lies, so that a fresh clone

@@ -1,4 +1,4 @@
-# What an installed KrCore consists of: libraries, headers, a CMake package and a pkg-config file.
+# What an installed KrCore consists of: libraries, headers, a CMake package, a pkg-config file, and what debuggers need.
 
 include(CMakePackageConfigHelpers)
 
@@ -35,5 +35,19 @@ configure_file(cmake/krcore.pc.in krcore.pc @ONLY)
 install(
     FILES ${CMAKE_CURRENT_BINARY_DIR}/krcore.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+    COMPONENT development
+)
+
+# gdb loads a script by the full path of the library that it belongs to. Every program of KrCore has the platform's library, so the
+# printers of all classes go by its name. The prefix is known when it is installed, and not before.
+install(
+    FILES debug/krcore-gdb.py
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/gdb/auto-load\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}"
+    RENAME libKrPlatform141.so.${PROJECT_VERSION}-gdb.py
+    COMPONENT development
+)
+install(
+    FILES debug/krcore.natvis
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/krcore
     COMPONENT development
 )
