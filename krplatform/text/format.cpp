@@ -79,7 +79,7 @@ private:
         FormatArgument const argument =
             Next(bytes > 4 ? ExpectedArgument::LongInteger : ExpectedArgument::Integer, bytes != 0,
                  {FormatArgument::Kind::Integer, FormatArgument::Kind::LongInteger});
-        NumberText text;
+        FormattedNumber text;
         FormatInteger(spec, argument, text);
         WriteNumber(spec, text);
     }
@@ -89,7 +89,7 @@ private:
         FormatArgument const argument =
             Next(spec.size.name == "L" ? ExpectedArgument::LongReal : ExpectedArgument::Real, spec.size.isForReals,
                  {FormatArgument::Kind::Real});
-        NumberText text;
+        FormattedNumber text;
         FormatReal(spec, argument.real, text);
         WriteNumber(spec, text);
     }
@@ -98,7 +98,7 @@ private:
     {
         FormatArgument const argument = Next(ExpectedArgument::Pointer, spec.size.name.empty(),
                                              {FormatArgument::Kind::Text, FormatArgument::Kind::OtherPointer});
-        NumberText text;
+        FormattedNumber text;
         FormatPointer(argument.pointer, text);
         WriteNumber(spec, text);
     }
@@ -188,7 +188,7 @@ private:
         WriteView(spec, converted.View());
     }
 
-    void WriteNumber(FormatSpec const & spec, NumberText const & text)
+    void WriteNumber(FormatSpec const & spec, FormattedNumber const & text)
     {
         std::size_t const fill = FillLength(spec, text.GetLength());
         bool const hasZeros = spec.hasZeros && !spec.isLeft && text.canFillWithZeros;

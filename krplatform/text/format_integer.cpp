@@ -44,7 +44,7 @@ std::string_view SignOf(FormatSpec const & spec, bool isNegative)
     return isNegative ? "-" : spec.hasPlus ? "+" : spec.hasBlank ? " " : "";
 }
 
-void FormatInteger(FormatSpec const & spec, FormatArgument const & argument, NumberText & text)
+void FormatInteger(FormatSpec const & spec, FormatArgument const & argument, FormattedNumber & text)
 {
     std::size_t const argumentBytes = argument.kind == FormatArgument::Kind::Integer ? 4 : 8;
     std::size_t const bytes = std::min(spec.size.integerBytes, argumentBytes);
@@ -71,7 +71,7 @@ void FormatInteger(FormatSpec const & spec, FormatArgument const & argument, Num
     text.canFillWithZeros = spec.precision < 0;
 }
 
-void FormatPointer(void const * address, NumberText & text)
+void FormatPointer(void const * address, FormattedNumber & text)
 {
     constexpr int digits = 16;
     char * const end =

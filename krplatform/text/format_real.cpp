@@ -33,7 +33,7 @@ std::string_view WordOf(double value, bool isUpperCase)
 }
 
 /// Takes what stands in the buffer up to `end`, with a point behind a single digit where '#' asks for one.
-void SetBody(FormatSpec const & spec, char * end, NumberText & text)
+void SetBody(FormatSpec const & spec, char * end, FormattedNumber & text)
 {
     char * exponent = std::find(text.buffer, end, 'e');
     if (exponent != end && spec.conversion.isUpperCase)
@@ -49,20 +49,20 @@ void SetBody(FormatSpec const & spec, char * end, NumberText & text)
 }
 
 /// `precision` digits behind the point.
-void FormatDigits(FormatSpec const & spec, double value, std::chars_format form, int precision, NumberText & text)
+void FormatDigits(FormatSpec const & spec, double value, std::chars_format form, int precision, FormattedNumber & text)
 {
-    int const held = std::min(precision, NumberText::longestPrecision);
+    int const held = std::min(precision, FormattedNumber::longestPrecision);
     SetBody(spec, std::to_chars(text.buffer, std::end(text.buffer), value, form, held).ptr, text);
     text.trailingZeros = precision - held;
 }
 
 /// `precision` significant digits in the shorter of the two forms; zeros at the end stay for '#' only.
-void FormatGeneral(FormatSpec const & spec, double value, int precision, NumberText & text)
+void FormatGeneral(FormatSpec const & spec, double value, int precision, FormattedNumber & text)
 {
     int const significant = std::max(precision, 1);
     if (!spec.isAlternate)
     {
-        int const held = std::min(significant, NumberText::longestPrecision);
+        int const held = std::min(significant, FormattedNumber::longestPrecision);
         SetBody(spec, std::to_chars(text.buffer, std::end(text.buffer), value, std::chars_format::general, held).ptr,
                 text);
         return;
@@ -75,7 +75,7 @@ void FormatGeneral(FormatSpec const & spec, double value, int precision, NumberT
 }
 
 /// 0xh.hhhp+d; 13 digits where no precision is given.
-void FormatHexadecimal(FormatSpec const & spec, double value, NumberText & text)
+void FormatHexadecimal(FormatSpec const & spec, double value, FormattedNumber & text)
 {
     constexpr int allDigits = mantissaBits / 4, bias = 1023;
     std::uint64_t const bits = std::bit_cast<std::uint64_t>(value);
@@ -115,7 +115,7 @@ void FormatHexadecimal(FormatSpec const & spec, double value, NumberText & text)
 
 } // namespace
 
-void FormatReal(FormatSpec const & spec, double value, NumberText & text)
+void FormatReal(FormatSpec const & spec, double value, FormattedNumber & text)
 {
     constexpr int defaultPrecision = 6;
     int const precision = spec.precision < 0 ? defaultPrecision : spec.precision;

@@ -9,7 +9,7 @@ namespace kr::detail
 {
 
 /// The parts of a number's text in their order. The views lie in `buffer` or last for ever.
-struct NumberText
+struct FormattedNumber
 {
     /// Longer than the exact digits of any double.
     static constexpr int longestPrecision = 1100;
@@ -34,12 +34,12 @@ struct NumberText
 std::string_view SignOf(FormatSpec const & spec, bool isNegative);
 
 /// An integer conversion. `argument` is cut to the size of the conversion, or its own where that is less.
-void FormatInteger(FormatSpec const & spec, FormatArgument const & argument, NumberText & text);
+void FormatInteger(FormatSpec const & spec, FormatArgument const & argument, FormattedNumber & text);
 
 /// An address: 16 upper-case digits.
-void FormatPointer(void const * address, NumberText & text);
+void FormatPointer(void const * address, FormattedNumber & text);
 
 /// A floating conversion, correctly rounded, exact ties to even. No locale is looked at.
-void FormatReal(FormatSpec const & spec, double value, NumberText & text);
+void FormatReal(FormatSpec const & spec, double value, FormattedNumber & text);
 
 } // namespace kr::detail
