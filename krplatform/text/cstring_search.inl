@@ -85,6 +85,7 @@ CStringT<Char> CStringT<Char>::Tokenize(Char const * units, int & start) const
         return {};
     }
     std::size_t const end = std::min(View().find_first_of(separators, first), View().size());
+    CStringT piece = Part(first, end - first); // all that can fail
     start = static_cast<int>(end) + 1;
-    return Part(first, end - first);
+    return piece;
 }
