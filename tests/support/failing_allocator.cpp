@@ -14,6 +14,7 @@ namespace
 std::atomic<std::size_t> s_live{0};
 std::atomic<std::size_t> s_all{0};
 thread_local std::size_t s_failAt = 0;
+thread_local bool s_failOn = false;
 thread_local bool s_hasFailed = false;
 
 void * Allocate(std::size_t size) noexcept
@@ -21,6 +22,7 @@ void * Allocate(std::size_t size) noexcept
     if (s_failAt != 0 && --s_failAt == 0)
     {
         s_hasFailed = true;
+        s_failAt = s_failOn ? 1 : 0;
         return nullptr;
     }
     void * const memory = std::malloc(size ? size : 1);
@@ -84,9 +86,10 @@ void BuildTablesOfFirstUse()
     MultiByteToWideChar(CP_ACP, 0, bytes, count, units, 4);
 }
 
-FailNthAllocation::FailNthAllocation(std::size_t n) noexcept
+FailNthAllocation::FailNthAllocation(std::size_t n, bool andAllAfter) noexcept
 {
     s_failAt = n;
+    s_failOn = andAllAfter;
     s_hasFailed = false;
 }
 

@@ -16,11 +16,12 @@ std::size_t AllAllocations() noexcept;
 /// German. For tests that count allocations, each of which may be the first of its process.
 void BuildTablesOfFirstUse();
 
-/// Makes the n-th allocation of this thread from now on fail, counted from 1, once. The destructor ends that.
+/// Makes the n-th allocation of this thread from now on fail, counted from 1, once, or with `andAllAfter` those that follow
+/// too. The destructor ends that.
 class FailNthAllocation
 {
 public:
-    explicit FailNthAllocation(std::size_t n) noexcept;
+    explicit FailNthAllocation(std::size_t n, bool andAllAfter = false) noexcept;
     ~FailNthAllocation();
     FailNthAllocation(FailNthAllocation const &) = delete;
     FailNthAllocation & operator=(FailNthAllocation const &) = delete;
