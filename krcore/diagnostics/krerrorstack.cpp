@@ -98,10 +98,12 @@ bool CKrErrorStack::Clear()
     return true;
 }
 
-template <class Source>
-bool CKrErrorStack::FillFrom(Source const & source, bool lastOnly)
+namespace
 {
-    std::vector<CKrError> & errors = m_stacks.back();
+
+template <class Source>
+bool FillFrom(Source const & source, std::vector<CKrError> & errors, bool lastOnly)
+{
     for (auto error = errors.rbegin(); error != errors.rend(); ++error)
     {
         error->FillMessage(source);
@@ -111,9 +113,17 @@ bool CKrErrorStack::FillFrom(Source const & source, bool lastOnly)
     return true;
 }
 
-bool CKrErrorStack::FillMessages(CKrMessagePool const & pool, bool lastOnly) { return FillFrom(pool, lastOnly); }
+} // namespace
 
-bool CKrErrorStack::FillMessages(HINSTANCE module, bool lastOnly) { return FillFrom(module, lastOnly); }
+bool CKrErrorStack::FillMessages(CKrMessagePool const & pool, bool lastOnly)
+{
+    return FillFrom(pool, m_stacks.back(), lastOnly);
+}
+
+bool CKrErrorStack::FillMessages(HINSTANCE module, bool lastOnly)
+{
+    return FillFrom(module, m_stacks.back(), lastOnly);
+}
 
 CString CKrErrorStack::GetFormattedMessage(bool lastOnly, bool second, bool location) const
 {

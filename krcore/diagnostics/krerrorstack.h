@@ -65,9 +65,6 @@ public:
     virtual CString GetTraceMessage() const;
 
 private:
-    template <class Source>
-    bool FillFrom(Source const & source, bool lastOnly);
-
     std::deque<std::vector<CKrError>> m_stacks;
     std::deque<CKrError::ELevel> m_levels;
 
