@@ -19,12 +19,12 @@ need() {
 }
 
 need_build() {
-    need g++ cmake ninja-build ccache libicu-dev libcli11-dev
+    need g++ cmake ninja-build ccache libicu-dev libcli11-dev python3
 }
 
 need_tests() {
     need_build
-    need libgtest-dev zlib1g-dev pkg-config python3 python3-ezdxf gdb
+    need libgtest-dev zlib1g-dev pkg-config python3-ezdxf gdb
 }
 
 # build PRESET [TARGET...]: configures and builds. The compiler cache ignores where the tree lies, so that a fresh clone

@@ -7,6 +7,8 @@ extern "C" AfxStringEntry const AfxStringTable[] = {{1, OLESTR("plan")}, {0, nul
 
 extern "C" int KrTestPlanCount() { return 2; }
 
+extern "C" int CountPlans() { return 2; }
+
 extern "C" int KrTestPlan(int number) { return number + KrTestPartCount(); }
 
 /// Its name as the linker sees it has two letters beyond ASCII, in UTF-8.

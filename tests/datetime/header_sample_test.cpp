@@ -1,60 +1,13 @@
-// The samples of docs/datetime.md and of the headers.
+// The samples of the headers, and the table of texts in docs/datetime.md.
 #include <krcore/datetime/krdatetime.h>
 #include <krcore/datetime/krdatetimerange.h>
-#include <krcore/datetime/krdatetimeutils.h>
-#include <krcore/datetime/krsynchronizedtime.h>
 
 #include "tests/datetime/date_state.h"
-#include "tests/datetime/stopped_clock.h"
 
 #include <gtest/gtest.h>
 
 namespace kr::test
 {
-
-TEST(DateTimePage, SampleOfDatesGivesWhatItSays)
-{
-    CKrDateTime moment;
-    EXPECT_EQ(StateOf(moment), zeroState);
-    moment.Parse(OLESTR("2021-01-01 18:00:00"));
-    EXPECT_EQ(moment.AsDate().FormatInvariant(), OLESTR("2021-01-01"));
-    EXPECT_EQ(moment.AsTime().FormatInvariant(), OLESTR("18:00:00"));
-    EXPECT_EQ(moment.Format(1031), OLESTR("01.01.2021 18:00:00"));
-    moment.SetDate(COleDateTime(2024, 2, 29, 0, 0, 0));
-    EXPECT_EQ(moment.FormatInvariant(), OLESTR("2024-02-29 18:00:00"));
-    moment.SetNull();
-    EXPECT_EQ(moment.FormatInvariant(), OLESTR(""));
-
-    CKrDate const day = moment.SetNow().AsDate();
-    CKrDate copy(day);
-    EXPECT_TRUE(copy.IsZero());
-    copy = day;
-    EXPECT_FALSE(copy.IsZero());
-}
-
-TEST(DateTimePage, SampleOfWeeksGivesWhatItSays)
-{
-    CKrDateTimeUtils const utils;
-    int week = 0;
-    utils.CalendarWeek(COleDateTime(2026, 1, 1, 0, 0, 0), week);
-    EXPECT_EQ(week, 1);
-    COleDateTime monday, sunday;
-    utils.DateOfCalendarWeek(week, 2026, monday, sunday);
-    EXPECT_EQ(StateOf(monday), StateOf(COleDateTime(2025, 12, 29, 0, 0, 0)));
-    EXPECT_EQ(StateOf(sunday), StateOf(COleDateTime(2026, 1, 4, 0, 0, 0)));
-}
-
-TEST(DateTimePage, SampleOfAClockGivesWhatItSays)
-{
-    StoppedClock clock(1615795509);
-    CTime const timeOfTheServer(1615795509 + 300);
-    CKrSynchronizedTime server(timeOfTheServer);
-    CKrSynchronizedTime mine;
-    EXPECT_EQ(mine.GetSyncTime().GetTime(), 1615795509);
-    mine.SetInheritedTime(&server);
-    clock.Set(1615795509 + 7);
-    EXPECT_EQ(mine.GetSyncTime().GetTime(), 1615795509 + 307);
-}
 
 TEST(DateTimePage, TableOfTextsGivesWhatItSays)
 {
@@ -73,7 +26,7 @@ TEST(DateTimePage, TableOfTextsGivesWhatItSays)
     EXPECT_EQ(both.Format(OLESTR("%d.%m. %H:%M")), OLESTR("15.03. 20:05"));
 }
 
-TEST(DateTimePage, SamplesOfTheHeadersGiveWhatTheySay)
+TEST(DateTimeHeaders, SamplesOfTheHeadersGiveWhatTheySay)
 {
     CKrDate const date(COleDateTime(44197.75));
     EXPECT_EQ(StateOf(date), Valid(44197.0));
