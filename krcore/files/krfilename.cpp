@@ -39,6 +39,12 @@ bool NeedsFolding(TextView dir)
     return false;
 }
 
+/// Whether a joined dir is stored as it stands when it is read once more. Cleaning may have left what a setter would not.
+bool ReadsBackAsItIs(TextView dir)
+{
+    return dir.find_first_of(OLESTR(":/")) == dir.npos && !dir.ends_with(OLESTR('\\')) && !NeedsFolding(dir);
+}
+
 // The stored forms. `text` has no slashes any more.
 
 CString StoredDrive(TextView text)
@@ -212,8 +218,7 @@ CKrFileName CKrFileName::operator+(CKrFileName const & right) const
     CKrFileName joined;
     joined.m_baseName = right.m_baseName;
     joined.m_ext = right.m_ext;
-    // what holds no colon and nothing to fold reads back as it is, and need not be read again
-    if (!dir.IsEmpty() && dir.Find(OLESTR(':')) < 0 && m_drive.Find(OLESTR(':')) < 0 && !NeedsFolding(dir.View()))
+    if (!dir.IsEmpty() && m_drive.Find(OLESTR(':')) < 0 && ReadsBackAsItIs(dir.View())) // and need not be read again
     {
         joined.m_drive = m_drive;
         joined.m_dir.swap(dir);

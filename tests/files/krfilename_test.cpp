@@ -324,6 +324,18 @@ TEST(CKrFileName, AddsNamesAsPathAndWhatLiesBelow)
     EXPECT_EQ(right.GetFullName(true), OLESTR("D:\\b\\right.doc"));
 }
 
+TEST(CKrFileName, AddsToWhatCleaningLeftBehindAsToAnyText)
+{
+    CKrFileName left(OLESTR("C:\\a\\:"), true);
+    left.ReplaceInvalidChar(0);
+    ASSERT_EQ(left.GetDir(), OLESTR("\\a\\"));
+    EXPECT_EQ((left + CKrFileName()).GetDir(), OLESTR("\\a"));
+    left.SetDir(OLESTR("a?b"));
+    left.ReplaceInvalidChar(OLESTR('/'));
+    ASSERT_EQ(left.GetDir(), OLESTR("\\a/b"));
+    EXPECT_EQ((left + CKrFileName()).GetDir(), OLESTR("\\a\\b"));
+}
+
 TEST(CKrFileName, AddsAsThePathInsertedAsText)
 {
     constexpr WCHAR const * pieces[] = {OLESTR("a"), OLESTR("\\"), OLESTR("\\"), OLESTR("."), OLESTR(":")};
