@@ -24,7 +24,10 @@ function(kr_library target folder export_name prefix)
     )
     target_compile_features(${target} PUBLIC cxx_std_20)
     if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
-        target_link_options(${target} PRIVATE LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
+        # A library calls its own functions directly, exported or not, and exports no templates of the standard library.
+        target_link_options(
+            ${target} PRIVATE LINKER:-Bsymbolic-functions LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map
+        )
         set_target_properties(${target} PROPERTIES LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     endif()
     set_target_properties(

@@ -85,6 +85,15 @@ int CheckedLength(std::size_t length)
     return static_cast<int>(length);
 }
 
+// Most separators are one unit, which is not worth a call.
+WCHAR * PutSeparator(TextView separator, WCHAR * end)
+{
+    if (separator.size() != 1)
+        return std::copy(separator.begin(), separator.end(), end);
+    *end = separator.front();
+    return end + 1;
+}
+
 // Joins in storage of the right size: `measure` tells what an item takes, `write` writes it and gives the place behind it.
 template <class Item, class Measure, class Write>
 CString JoinItems(TextView separator, std::vector<Item> const & items, Measure measure, Write write)
@@ -97,7 +106,7 @@ CString JoinItems(TextView separator, std::vector<Item> const & items, Measure m
     CString joined;
     WCHAR * end = write(items.front(), joined.GetBuffer(CheckedLength(length)));
     for (std::size_t index = 1; index < items.size(); ++index)
-        end = write(items[index], std::copy(separator.begin(), separator.end(), end));
+        end = write(items[index], PutSeparator(separator, end));
     joined.ReleaseBuffer(static_cast<int>(length));
     return joined;
 }

@@ -1,5 +1,6 @@
 // Automation text lies behind its length in bytes and ends in a zero unit.
 #include <krplatform/text/bstr.h>
+#include <krplatform/text/textmemory.h>
 
 #include <cstring>
 #include <limits>
@@ -8,10 +9,8 @@
 namespace
 {
 
-// the text keeps the alignment of memory that stands behind a pointer
 struct Header
 {
-    std::uint32_t reserved;
     std::uint32_t byteLength;
 };
 
@@ -20,17 +19,16 @@ Header * HeaderOf(BSTR text) { return reinterpret_cast<Header *>(text) - 1; }
 /// Text of that many bytes which are not set yet, with the zero unit behind them.
 BSTR AllocateBytes(std::size_t byteLength)
 {
-    // an odd number leaves half a unit in front of the terminator
-    std::size_t const units = byteLength / sizeof(OLECHAR);
     if (byteLength > std::numeric_limits<std::uint32_t>::max() - sizeof(Header) - 2 * sizeof(OLECHAR))
         return nullptr;
-    std::size_t const room = sizeof(Header) + (units + 2) * sizeof(OLECHAR);
-    void * const memory = ::operator new(room, std::nothrow);
+    // an odd number leaves half a unit in front of the terminator
+    std::size_t const size = sizeof(Header) + (byteLength / sizeof(OLECHAR) + 2) * sizeof(OLECHAR);
+    void * const memory = kr::detail::AllocateTextMemory(size);
     if (!memory)
         return nullptr;
-    Header * const header = new (memory) Header{0, static_cast<std::uint32_t>(byteLength)};
+    Header * const header = new (memory) Header{static_cast<std::uint32_t>(byteLength)};
     BSTR const text = reinterpret_cast<BSTR>(header + 1);
-    std::memset(reinterpret_cast<char *>(text) + byteLength, 0, room - sizeof(Header) - byteLength);
+    std::memset(reinterpret_cast<char *>(text) + byteLength, 0, size - sizeof(Header) - byteLength);
     return text;
 }
 
@@ -73,7 +71,7 @@ bool SysReAllocStringLen(BSTR * text, OLECHAR const * source, UINT length)
 void SysFreeString(BSTR text)
 {
     if (text)
-        ::operator delete(HeaderOf(text));
+        kr::detail::FreeTextMemory(HeaderOf(text));
 }
 
 UINT SysStringLen(BSTR text) { return SysStringByteLen(text) / static_cast<UINT>(sizeof(OLECHAR)); }

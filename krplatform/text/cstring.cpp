@@ -3,6 +3,7 @@
 #include <krplatform/text/bstr.h>
 #include <krplatform/text/cstring.h>
 #include <krplatform/text/format.h>
+#include <krplatform/text/textmemory.h>
 #include <krplatform/text/textsearch.h>
 #include <krplatform/text/textsources.h>
 #include <krplatform/text/textunits.h>

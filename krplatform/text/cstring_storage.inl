@@ -20,12 +20,10 @@ auto CStringT<Char>::ViewOf(Char const * text, int length) -> TextView
 template <class Char>
 auto CStringT<Char>::Allocate(std::size_t capacity) -> Block *
 {
-    constexpr std::size_t granularity = 16, bookkeeping = 8; // of the memory manager; a little more costs nothing
     if (capacity > kr::detail::largestTextCapacity)
         AfxThrowMemoryException();
-    std::size_t const needed = sizeof(Block) + (capacity + 1) * sizeof(Char);
-    std::size_t const size = (needed + bookkeeping + granularity - 1) / granularity * granularity - bookkeeping;
-    void * const memory = ::operator new(size, std::nothrow);
+    std::size_t const size = kr::detail::SizeOfTextMemory(sizeof(Block) + (capacity + 1) * sizeof(Char));
+    void * const memory = kr::detail::AllocateTextMemory(size);
     if (!memory)
         AfxThrowMemoryException();
     return new (memory) Block{{1}, 0, static_cast<int>((size - sizeof(Block)) / sizeof(Char) - 1)};

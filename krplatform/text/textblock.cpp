@@ -1,10 +1,9 @@
 #include <krplatform/text/textblock.h>
-
-#include <new>
+#include <krplatform/text/textmemory.h>
 
 namespace kr::detail
 {
 
-void FreeTextBlock(void * block) noexcept { ::operator delete(block); }
+void FreeTextBlock(void * block) noexcept { FreeTextMemory(block); }
 
 } // namespace kr::detail

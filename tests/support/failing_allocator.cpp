@@ -3,6 +3,7 @@
 #include <krplatform/automation/vartext.h>
 #include <krplatform/codepage/codepage.h>
 #include <krplatform/text/bstr.h>
+#include <krplatform/text/textmemory.h>
 
 #include <atomic>
 #include <cstdlib>
@@ -16,6 +17,9 @@ std::atomic<std::size_t> s_all{0};
 thread_local std::size_t s_failAt = 0;
 thread_local bool s_failOn = false;
 thread_local bool s_hasFailed = false;
+
+// Each text is an allocation of its own in the programs that count.
+[[maybe_unused]] bool const s_keepsNone = [] { return kr::detail::KeepTextMemory(false), true; }();
 
 void * Allocate(std::size_t size) noexcept
 {
