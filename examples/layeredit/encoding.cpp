@@ -56,6 +56,24 @@ CString DecodeEscapes(CString const & text)
     return CString(units.data(), count - 1);
 }
 
+/// UTF-8 has no form for half of a surrogate pair without the other.
+bool IsLoneSurrogate(CString const & text, int position)
+{
+    auto const isHigh = [](WCHAR unit) { return unit >= 0xD800 && unit < 0xDC00; };
+    auto const isLow = [](WCHAR unit) { return unit >= 0xDC00 && unit < 0xE000; };
+    WCHAR const unit = text[position];
+    if (isHigh(unit))
+        return !isLow(text[position + 1]); // behind the last unit stands the zero
+    return isLow(unit) && (position == 0 || !isHigh(text[position - 1]));
+}
+
+bool IsHeld(CString const & text, int position, UINT codePage)
+{
+    if (codePage == CP_UTF8)
+        return !IsLoneSurrogate(text, position);
+    return CKrCharFormatter::IsNativeToCodePage(text[position], codePage, nullptr) > 0;
+}
+
 bool BeginsEscape(CString const & text, int position)
 {
     CString const piece = text.Mid(position, 8);
@@ -142,8 +160,8 @@ std::string EncodeValue(CString const & text, UINT codePage)
     for (int position = 0; position < text.GetLength(); ++position)
     {
         WCHAR const unit = text[position];
-        bool const isHeld = codePage == CP_UTF8 || CKrCharFormatter::IsNativeToCodePage(unit, codePage, nullptr) > 0;
-        written += isHeld && !BeginsEscape(text, position) ? CString(unit) : Escape(unit);
+        bool const isPlain = IsHeld(text, position, codePage) && !BeginsEscape(text, position);
+        written += isPlain ? CString(unit) : Escape(unit);
     }
     return NarrowTo(written, codePage);
 }

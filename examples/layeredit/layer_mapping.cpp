@@ -49,7 +49,10 @@ std::span<int const> NeighboursOf(int code)
     return std::span<int const>(std::ranges::find(s_order, code) + 1, std::end(s_order));
 }
 
-bool IsLayerColor(int index) { return index >= 1 && index <= 255; }
+bool IsLayerColor(long index) { return index >= 1 && index <= 255; }
+
+/// The lowest number has no other sign as an `int`.
+long WithoutSign(int number) { return std::labs(number); }
 
 /// The colour index of a record without its sign, and the sign.
 struct IndexAndState
@@ -65,7 +68,7 @@ IndexAndState ReadIndex(Record const & record)
     if (int const place = record.Find(eColor); place >= 0)
         ReadNumber(record.GetAt(place).value, number);
     result.isOn = number >= 0;
-    result.index = IsLayerColor(std::abs(number)) ? std::abs(number) : s_colorOfNone;
+    result.index = IsLayerColor(WithoutSign(number)) ? std::abs(number) : s_colorOfNone;
     return result;
 }
 
@@ -129,7 +132,7 @@ bool LayerReader::ReadInto(CKrPropertySet & set) const
     if (!ReadInteger(eFlags, flags) || !ReadInteger(eColor, color) || !ReadInteger(eTrueColor, trueColor) ||
         !ReadInteger(ePlot, plot) || !ReadInteger(eLineWeight, lineWeight))
         return false;
-    if (!IsLayerColor(std::abs(color)))
+    if (!IsLayerColor(WithoutSign(color)))
         Tell(eNoteNoColor, m_drawing.title, LineOf(m_record.Find(eColor)) + 1, name, color);
 
     for (PropertyRow const & row : LayerProperties())

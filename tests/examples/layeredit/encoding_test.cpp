@@ -22,6 +22,9 @@ TEST(DrawingEncoding, WhatIsWrittenIsReadBack)
         OLESTR("\u8868U+0041"),
         OLESTR("\U0001F600"),
         OLESTR("\\U+005CU+0041"),
+        OLESTR("\xD83D"),
+        OLESTR("a\xDE00\xD83D"),
+        OLESTR("\xD83D\xD83D\xDE00\xDE00"),
     };
     for (UINT const codePage : {1252u, 932u, 936u, 949u, 950u, 1361u, 437u, 28595u, CP_UTF8})
         for (WCHAR const * const text : texts)
