@@ -287,6 +287,7 @@ extern template class KRPLATFORM_API CStringT<char>;
 KRPLATFORM_API std::ostream & operator<<(std::ostream & stream, CString const & text);
 KRPLATFORM_API std::ostream & operator<<(std::ostream & stream, CStringA const & text);
 
+/// @cond the standard's namespace has no page in the reference
 template <class Char>
 struct std::hash<CStringT<Char>>
 {
@@ -295,3 +296,4 @@ struct std::hash<CStringT<Char>>
         return std::hash<std::basic_string_view<Char>>()(text.View());
     }
 };
+/// @endcond
