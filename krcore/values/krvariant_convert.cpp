@@ -40,8 +40,14 @@ bool CKrVariant::ConvertUnder(LCID locale, int target, CKrVariant const & source
     // Deliberate: the date is that of this value, which for all callers is the source.
     if (locale == LOCALE_INVARIANT && source.vt == VT_DATE && target == VT_BSTR)
         COleVariant::operator=(InvariantTextOf(date));
-    else if (FAILED(VariantChangeTypeEx(this, &source, locale, 0, static_cast<VARTYPE>(target))))
-        return false;
+    else
+    {
+        HRESULT const result = VariantChangeTypeEx(this, &source, locale, 0, static_cast<VARTYPE>(target));
+        if (result == E_OUTOFMEMORY)
+            AfxThrowMemoryException();
+        if (FAILED(result))
+            return false;
+    }
     m_type = SwapType(vt);
     return true;
 }

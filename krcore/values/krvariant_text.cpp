@@ -16,7 +16,10 @@ CString const s_true(OLESTR("1"));
 CString TextOfDouble(double value)
 {
     BSTR text = nullptr;
-    if (VarBstrFromR8(value, LOCALE_INVARIANT, 0, &text) != S_OK)
+    HRESULT const result = VarBstrFromR8(value, LOCALE_INVARIANT, 0, &text);
+    if (result == E_OUTOFMEMORY)
+        AfxThrowMemoryException();
+    if (FAILED(result))
         return CString();
     return kr::detail::TakeBstr(text);
 }
