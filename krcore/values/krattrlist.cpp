@@ -183,9 +183,10 @@ long CKrAttrList::GetLongAdd(CString const & key, long defaultValue, CString con
 
 CString CKrAttrList::GetStringAdd(CString const & key, CString const & defaultValue, CString const & description)
 {
-    if (!Includes(key))
-        SetString(key, defaultValue, description);
-    return GetString(key, defaultValue);
+    if (Includes(key))
+        return GetString(key, defaultValue);
+    SetString(key, defaultValue, description);
+    return defaultValue; // as it would be read, which could fail
 }
 
 void * CKrAttrList::GetPtrAdd(CString const & key, void * defaultValue, CString const & description)
