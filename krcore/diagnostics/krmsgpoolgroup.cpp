@@ -45,11 +45,15 @@ bool CKrMsgPoolGroup::Fetch(unsigned int id, CString & text)
     switch (m_source)
     {
     case eMsgResource:
-        if (!CKrMessagePool::LoadResourceString(id, m_hResource, text))
+    {
+        CString fetched;
+        if (!CKrMessagePool::LoadResourceString(id, m_hResource, fetched))
             return false;
         if (m_bCache)
-            m_messages[id] = text;
+            m_messages[id] = fetched; // all that can fail comes before the output is written
+        text = fetched;
         return true;
+    }
     case eMsgDatabase:
         AfxMessageBox(OLESTR("Database-Messages not impl."), 0, 0);
         return false;
