@@ -28,6 +28,7 @@ CKrMessagePool & CKrMessagePool::operator=(CKrMessagePool const & other)
     m_groups.swap(groups);
     m_ranges.swap(ranges);
     m_mappings.swap(mappings);
+    m_segments.clear();
     return *this;
 }
 
@@ -54,16 +55,6 @@ bool CKrMessagePool::ClearGroup(CString const & name)
         return false;
     group->Clear();
     return true;
-}
-
-CString CKrMessagePool::GetRangeGroup(unsigned int id) const
-{
-    for (auto const & [name, range] : m_ranges)
-    {
-        if (range.first <= id && id <= range.last)
-            return name;
-    }
-    return CString();
 }
 
 bool CKrMessagePool::AddGroup(CString const & name, std::unique_ptr<Group> group)
@@ -111,6 +102,7 @@ bool CKrMessagePool::RemoveMessageGroup(CString const & group)
     delete place->second;
     m_groups.erase(place);
     m_ranges.erase(name);
+    m_segments.clear();
     return true;
 }
 
@@ -134,6 +126,7 @@ bool CKrMessagePool::SetIDRange(unsigned int first, unsigned int last, CString c
     if (!HasGroup(group))
         return false;
     m_ranges.insert_or_assign(ConvertGroupName(group), Range{first, last});
+    m_segments.clear();
     return true;
 }
 
@@ -141,8 +134,8 @@ bool CKrMessagePool::GetMessageW(unsigned int id, CString & text) const
 {
     if (auto const mapping = m_mappings.find(id); mapping != m_mappings.end())
         return GetMessageW(mapping->second.id, mapping->second.group, text);
-    if (CString const group = GetRangeGroup(id); !group.IsEmpty())
-        return GetMessageW(id, group, text);
+    if (Group * const group = GetRangeGroup(id))
+        return group->Find(id, text);
     if (GetMessageW(id, defaultGroup, text))
         return true;
     // Deliberate: the default group is asked a second time, in its place among all groups.

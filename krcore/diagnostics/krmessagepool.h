@@ -7,6 +7,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace kr::detail
 {
@@ -83,6 +84,13 @@ private:
         unsigned int last;
     };
 
+    /// From its first id to the next segment's, one group serves all ids, or none does.
+    struct Segment
+    {
+        unsigned int first;
+        Group * group;
+    };
+
     struct Mapping
     {
         CString group;
@@ -91,12 +99,15 @@ private:
 
     static CString ConvertGroupName(CString const & name);
     Group * GetPoolGroup(CString const & name) const;
-    CString GetRangeGroup(unsigned int id) const;
+    Group * GetRangeGroup(unsigned int id) const;
+    std::vector<Segment> MakeSegments() const;
     bool HasGroup(CString const & name) const;
     bool ClearGroup(CString const & name);
     bool AddGroup(CString const & name, std::unique_ptr<Group> group);
 
     std::map<CString, Group *> m_groups; ///< owned, but for the sharing of copies
     std::map<CString, Range> m_ranges;
+    mutable std::vector<Segment>
+        m_segments; ///< made of the ranges by the first lookup after a change; empty until then
     std::map<unsigned int, Mapping> m_mappings;
 };

@@ -4,7 +4,7 @@
 #include <krplatform/system/module.h>
 #include <krplatform/text/cstring.h>
 
-#include <map>
+#include <unordered_map>
 
 namespace kr::detail
 {
@@ -35,7 +35,7 @@ public:
 private:
     bool Fetch(unsigned int id, CString & text);
 
-    std::map<unsigned int, CString> m_messages;
+    std::unordered_map<unsigned int, CString> m_messages;
     EMsgSource m_source;
     bool m_bListedOnly;
     bool m_bCache;

@@ -5,6 +5,7 @@
 #include <krplatform/text/numbers.h>
 
 #include <algorithm>
+#include <array>
 
 namespace
 {
@@ -120,14 +121,20 @@ bool ReadPlainDecimals(TextView text, Channels & channels)
            ReadDigits(text, channels.blue);
 }
 
-/// 0 to 15, or more for a unit that is no digit.
-unsigned int HexDigit(WCHAR unit)
+constexpr unsigned char noDigit = 0xF0;
+
+/// By the lower byte of a unit: 0 to 15, or `noDigit`.
+constexpr std::array<unsigned char, 256> hexDigits = []
 {
-    constexpr WCHAR caseBit = OLESTR('a') ^ OLESTR('A');
-    unsigned int const digit = unit - static_cast<unsigned int>(OLESTR('0'));
-    unsigned int const letter = (unit | caseBit) - static_cast<unsigned int>(OLESTR('a'));
-    return digit < 10 ? digit : letter < 6 ? letter + 10 : 16;
-}
+    std::array<unsigned char, 256> digits{};
+    digits.fill(noDigit);
+    for (unsigned char digit = 0; digit < 16; ++digit)
+    {
+        digits[static_cast<unsigned char>("0123456789abcdef"[digit])] = digit;
+        digits[static_cast<unsigned char>("0123456789ABCDEF"[digit])] = digit;
+    }
+    return digits;
+}();
 
 /// Whether `text` begins with six hexadecimal digits. Anything else is a matter for `swscanf`.
 bool ReadPlainHex(TextView text, Channels & channels)
@@ -135,13 +142,17 @@ bool ReadPlainHex(TextView text, Channels & channels)
     if (text.size() < 6)
         return false;
     unsigned int number = 0;
-    for (WCHAR const unit : text.substr(0, 6))
+    unsigned int wrong = 0;
+#pragma GCC unroll 6
+    for (std::size_t index = 0; index < 6; ++index)
     {
-        unsigned int const digit = HexDigit(unit);
-        if (digit > 15)
-            return false;
-        number = number << 4 | digit;
+        unsigned int const unit = text[index];
+        unsigned int const digit = hexDigits[unit & 0xFF];
+        wrong |= (unit & 0xFF00) | (digit & noDigit);
+        number = number << 4 | (digit & 0xF);
     }
+    if (wrong != 0)
+        return false;
     channels = {number >> 16, number >> 8, number};
     return true;
 }
@@ -203,14 +214,14 @@ void CKrColor::Parse(CString const & text)
     {
         SetNoColor();
     }
+    else if (trimmed.front() == hexOpening.front())
+    {
+        Channels const channels = ReadHex(trimmed.substr(hexOpening.size()));
+        *this = CKrColor(channels.red, channels.green, channels.blue);
+    }
     else if (BeginsInCapitals(trimmed, rgbOpening))
     {
         Channels const channels = ReadDecimals(trimmed.substr(rgbOpening.size()));
-        *this = CKrColor(channels.red, channels.green, channels.blue);
-    }
-    else if (BeginsInCapitals(trimmed, hexOpening))
-    {
-        Channels const channels = ReadHex(trimmed.substr(hexOpening.size()));
         *this = CKrColor(channels.red, channels.green, channels.blue);
     }
     else if (EqualsInCapitals(trimmed, byLayerText))

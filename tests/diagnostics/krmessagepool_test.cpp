@@ -6,7 +6,10 @@
 #include <krplatform/system/resource.h>
 #include <krplatform/text/bstr.h>
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
+#include <vector>
 
 using namespace kr::test;
 
@@ -211,6 +214,67 @@ TEST(CKrMessagePool, TakesTheFirstOfOverlappingRangesInTheOrderOfNames)
     EXPECT_EQ(Find(pool, 5), s_a);
     EXPECT_TRUE(pool.SetIDRange(9, 1, s_a)); // replaced by an empty one
     EXPECT_EQ(Find(pool, 5), s_b);
+}
+
+TEST(CKrMessagePool, TakesRangesUpToTheLastIdThatThereIs)
+{
+    constexpr unsigned int last = 0xFFFFFFFF;
+    CKrMessagePool pool;
+    for (CString const & group : {s_a, s_b})
+    {
+        pool.AddMessageGroup(group);
+        for (unsigned int const id : {0u, 1u, last - 1, last})
+            pool.AddMessage(id, group, group);
+    }
+    pool.SetIDRange(last, last, s_a);
+    pool.SetIDRange(0, last, s_b);
+    EXPECT_EQ(Find(pool, 0), s_b);
+    EXPECT_EQ(Find(pool, last - 1), s_b);
+    EXPECT_EQ(Find(pool, last), s_a);
+    pool.SetIDRange(0, 0, s_a);
+    EXPECT_EQ(Find(pool, 0), s_a);
+    EXPECT_EQ(Find(pool, 1), s_b);
+    EXPECT_EQ(Find(pool, last), s_b);
+}
+
+// Many ranges over few ids lie beside, over and inside each other, and change between the lookups.
+TEST(CKrMessagePool, AgreesWithASearchOfOneRangeAfterTheOther)
+{
+    struct Range
+    {
+        CString group;
+        unsigned int first;
+        unsigned int last;
+    };
+    constexpr unsigned int ids = 40;
+    std::mt19937 random(7);
+    CKrMessagePool pool;
+    std::vector<Range> ranges; // in the order of names
+    for (int number = 0; number < 12; ++number)
+    {
+        CString group;
+        group.Format(OLESTR("group%02d"), number);
+        pool.AddMessageGroup(group);
+        for (unsigned int id = 0; id < ids; ++id)
+            pool.AddMessage(id, group, group);
+        ranges.push_back({group, 1, 0});
+    }
+    for (int round = 0; round < 300; ++round)
+    {
+        Range & changed = ranges[random() % ranges.size()];
+        changed.first = static_cast<unsigned int>(random() % ids);
+        changed.last = changed.first + static_cast<unsigned int>(random() % 12) - 2; // some are empty
+        if (changed.first < 2)
+            changed.last = changed.first;
+        ASSERT_TRUE(pool.SetIDRange(changed.first, changed.last, changed.group));
+        for (unsigned int id = 0; id < ids; ++id)
+        {
+            auto const around = std::ranges::find_if(ranges, [id](Range const & range)
+                                                     { return range.first <= id && id <= range.last; });
+            ASSERT_EQ(Find(pool, id), around == ranges.end() ? ranges.front().group : around->group)
+                << round << ", " << id;
+        }
+    }
 }
 
 TEST(CKrMessagePool, AsksTheDefaultGroupThenAllInTheOrderOfNames)
