@@ -16,6 +16,7 @@ import gdb.types
 VT_BSTR, VT_VARIANT, VT_ARRAY, VT_BYREF = 8, 12, 0x2000, 0x4000
 
 POINTER = "Q"
+UNKNOWN_CLASS = ("There is no member", "No type named", "No struct type named")
 LARGEST_DIMENSIONS = 64
 FIRST_DAY, LAST_DAY = -657434, 2958465  # 1 January 100, 31 December 9999
 ZERO_DATE = datetime.date(1899, 12, 30)
@@ -33,7 +34,8 @@ def marked(text_of):
         try:
             return text_of(*arguments)
         except Exception as failure:
-            return f"<broken: {failure}>"
+            is_unknown = str(failure).startswith(UNKNOWN_CLASS)
+            return "<no debug information of this class>" if is_unknown else f"<broken: {failure}>"
 
     return text_or_marker
 
@@ -231,11 +233,13 @@ def text_of_array(tag, array):
     return "[" + " x ".join(str(count) for count in counts_of(tag, array)) + "]"
 
 
-def elements_of(tag, array):
+def elements_of(variant):
     """The elements as they stand in memory, the first index running fastest, up to the first that is not there. None where the array
-    itself is not there, which its counts tell."""
+    itself is not there, which the text of the variant tells."""
     try:
-        count = math.prod(counts_of(tag, array)) if int(array) else 0
+        tag, array = int(variant["vt"]), array_in(content_of(variant))
+        has_elements = tag & VT_ARRAY and not tag & VT_BYREF and int(array)
+        count = math.prod(counts_of(tag, array)) if has_elements else 0
     except Exception:
         return
     kind = tag & ~VT_ARRAY
@@ -325,10 +329,8 @@ class VariantPrinter(Printer):
     """Shows the elements of an array too."""
 
     def children(self):
-        tag = int(self.value["vt"])
-        if tag & VT_ARRAY and not tag & VT_BYREF:
-            for index, text in enumerate(elements_of(tag, array_in(content_of(self.value)))):
-                yield f"[{index}]", text
+        for index, text in enumerate(elements_of(self.value)):
+            yield f"[{index}]", text
 
     def display_hint(self):
         return "array"
