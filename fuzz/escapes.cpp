@@ -176,6 +176,8 @@ void CheckRtf(UINT codePage, Units const & text, int room)
     int consumed = 0;
     std::string const bytes = Rtf(codePage, text, length, needed + 1, consumed);
     KR_LAW(consumed == length && bytes.size() == static_cast<std::size_t>(needed));
+    if (text.find(WCHAR()) == Units::npos)
+        KR_LAW(Rtf(codePage, text, -1, needed + 1, consumed) == bytes + '\0' && consumed == length);
 
     bool const hasBackslash = text.find('\\') != Units::npos || bytes.find("\\u") != bytes.find('\\');
     if (!hasBackslash)
@@ -183,7 +185,7 @@ void CheckRtf(UINT codePage, Units const & text, int room)
 
     // what did not fit goes on where it stopped
     std::string pieces = Rtf(codePage, text, length, room, consumed);
-    KR_LAW(bytes.compare(0, pieces.size(), pieces) == 0);
+    KR_LAW(bytes.compare(0, pieces.size(), pieces) == 0 && pieces.size() < static_cast<std::size_t>(room));
     int rest = 0;
     pieces += Rtf(codePage, text.substr(static_cast<std::size_t>(consumed)), length - consumed, needed + 1, rest);
     KR_LAW(pieces == bytes && consumed + rest == length);

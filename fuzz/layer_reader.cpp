@@ -151,6 +151,21 @@ void ChangeProperties(CKrPropertySet & set, unsigned bits, CString const & descr
     change(propertyDescription, bits & 1, [&](CKrProperty & property) { property.SetString(description); });
 }
 
+/// What stands in lists, which are somebody else's.
+std::string ListsOf(std::string_view bytes)
+{
+    std::string lists;
+    bool isInList = false;
+    for (Group group; TakeGroup(bytes, group) == Taken::Group;)
+    {
+        if (group.code == 102)
+            isInList = Trimmed(group.value).starts_with('{');
+        if (group.code == 102 || isInList)
+            lists += group.bytes;
+    }
+    return lists;
+}
+
 /// A record without changes is written as it stands, and a changed one reads as it was changed.
 void CheckLayer(Drawing const & drawing, LayerRecord const & layer, unsigned bits, CString const & description)
 {
@@ -162,6 +177,7 @@ void CheckLayer(Drawing const & drawing, LayerRecord const & layer, unsigned bit
     ChangeProperties(set, bits, description);
     LayerRecord changed = layer;
     changed.bytes = WriteLayer(drawing, layer, set);
+    KR_LAW(ListsOf(changed.bytes) == ListsOf(layer.bytes));
     CKrPropertySet again;
     KR_LAW(ReadLayer(drawing, changed, again));
     KR_LAW(set.IsEqual(again) && again.IsEqual(set));

@@ -204,6 +204,27 @@ void CheckLocaleText(CString const & text, LCID locale)
         KR_LAW(amountResult == DISP_E_OVERFLOW && std::fabs(value) > 922337203685477.0);
 }
 
+/// A plain decimal number as ten-thousandths, digit by digit; half goes to the even neighbour.
+void CheckPlainAmount(CString const & text)
+{
+    std::string const narrow = NarrowBeginning(text, [](char) { return true; });
+    std::size_t const point = narrow.find('.');
+    std::size_t const whole = std::min(point, narrow.size());
+    bool const isPlain = narrow.size() == text.View().size() && whole >= 1 && whole <= 12 &&
+                         std::ranges::count_if(narrow, [](char unit) { return unit >= '0' && unit <= '9'; }) +
+                                 (point != std::string::npos) ==
+                             static_cast<std::ptrdiff_t>(narrow.size());
+    if (!isPlain)
+        return;
+    std::string fraction = point == std::string::npos ? std::string() : narrow.substr(point + 1);
+    fraction.resize(std::max<std::size_t>(fraction.size(), 5), '0');
+    LONGLONG units = std::atoll((narrow.substr(0, whole) + fraction.substr(0, 4)).c_str());
+    std::string const rest = fraction.substr(4), half = "5" + std::string(rest.size() - 1, '0');
+    units += rest > half || (rest == half && units % 2 != 0);
+    CY amount;
+    KR_LAW(SUCCEEDED(Read(VarCyFromStr, text, LOCALE_INVARIANT, amount)) && amount.int64 == units);
+}
+
 /// What the runtime reads whole is a number for automation too.
 void CheckAgreement(CString const & text)
 {
@@ -287,6 +308,7 @@ void CheckLaws(FuzzInput input)
     CheckIntegers(text);
     CheckLocaleText(text, locale);
     CheckAgreement(text);
+    CheckPlainAmount(text);
 
     double const real = input.Number<double>();
     CheckWrittenReal(real, locale);

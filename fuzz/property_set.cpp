@@ -329,7 +329,9 @@ void CheckLaws(FuzzInput input)
         unsigned const which = input.Below(2);
         Twin & twin = twins[which];
         Change(twin, twins[1 - which], input);
-        CheckLookup(twin, Name(input), Name(input));
+        Units const name = Name(input), category = Name(input);
+        for (int repetition = 0; repetition < 3; ++repetition) // a wide node makes an index for them
+            CheckLookup(twin, name, category);
         if (twin.root.Count() > mostNodes)
         {
             twin.set.DeleteProperties();

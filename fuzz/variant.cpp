@@ -128,6 +128,8 @@ std::optional<long double> NumberOf(VARIANT const & value)
     case VT_R8:
     case VT_DATE:
         return value.dblVal;
+    case VT_CY: // the quotient of 64 bits tells halves from their neighbours
+        return static_cast<long double>(value.cyVal.int64) / 10000;
     default:
         return std::nullopt;
     }
@@ -148,7 +150,8 @@ void CheckInteger(VARIANT const & source, IntegerType const & type, HRESULT resu
         KR_LAW(SUCCEEDED(result) && WholeNumberOf(converted, type) == WholeNumberOf(cast, type));
         return;
     }
-    long double const rounded = std::nearbyint(*number);
+    bool const isOneLess = source.vt == VT_CY && source.cyVal.int64 < 0 && type.tag == VT_I8; // as is told there
+    long double const rounded = isOneLess ? std::trunc(*number) - 1 : std::nearbyint(*number);
     long double const limit = std::ldexp(1.0L, 8 * type.bytes - type.isSigned);
     bool const fits = rounded >= (type.isSigned ? -limit : 0) && rounded < limit;
     KR_LAW(result == (fits ? S_OK : DISP_E_OVERFLOW));
