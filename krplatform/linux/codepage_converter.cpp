@@ -17,7 +17,7 @@ CodePageConverter::CodePageConverter(char const * name, bool lookAlikes)
     else
         m_error = U_FAILURE(status) ? ERROR_INVALID_PARAMETER : ERROR_SUCCESS;
     if (m_error == ERROR_SUCCESS)
-        ucnv_setFallback(m_converter, lookAlikes);
+        ucnv_setFallback(m_converter, static_cast<UBool>(lookAlikes));
 }
 
 CodePageConverter::~CodePageConverter() { ucnv_close(m_converter); }
@@ -39,7 +39,7 @@ CharacterBytes CodePageConverter::BytesOf(WCHAR unit) const
 {
     UChar const source[] = {unit};
     UChar const * begin = source;
-    char bytes[8];
+    char bytes[8] = {};
     char * next = bytes;
     UErrorCode status = U_ZERO_ERROR;
     ucnv_resetFromUnicode(m_converter);
