@@ -126,6 +126,8 @@ inline int WidenCharacter(UINT codePage, std::string_view bytes, WCHAR * text)
 [[gnu::noinline]] int NarrowAnyText(UINT codePage, DWORD flags, WCHAR const * text, int length, char * bytes, int room,
                                     char const * defaultChar, BOOL * usedDefault)
 {
+    if (IsOfProcess(codePage))
+        return WideCharToMultiByte(ProcessCodePage(), flags, text, length, bytes, room, defaultChar, usedDefault);
     if (!AreBuffersUsable(text, length, bytes, room))
         return Fail(ERROR_INVALID_PARAMETER);
     auto const [table, isUtf8] = FindScheme(codePage);
@@ -149,6 +151,8 @@ inline int WidenCharacter(UINT codePage, std::string_view bytes, WCHAR * text)
 
 [[gnu::noinline]] int WidenAnyText(UINT codePage, DWORD flags, char const * bytes, int length, WCHAR * text, int room)
 {
+    if (IsOfProcess(codePage))
+        return MultiByteToWideChar(ProcessCodePage(), flags, bytes, length, text, room);
     if (!AreBuffersUsable(bytes, length, text, room))
         return Fail(ERROR_INVALID_PARAMETER);
     auto const [table, isUtf8] = FindScheme(codePage);
@@ -165,17 +169,6 @@ inline int WidenCharacter(UINT codePage, std::string_view bytes, WCHAR * text)
                            : WidenBytes(*table, validOnly, view, destination));
 }
 
-[[gnu::noinline]] int NarrowToProcess(DWORD flags, WCHAR const * text, int length, char * bytes, int room,
-                                      char const * defaultChar, BOOL * usedDefault)
-{
-    return WideCharToMultiByte(ProcessCodePage(), flags, text, length, bytes, room, defaultChar, usedDefault);
-}
-
-[[gnu::noinline]] int WidenFromProcess(DWORD flags, char const * bytes, int length, WCHAR * text, int room)
-{
-    return MultiByteToWideChar(ProcessCodePage(), flags, bytes, length, text, room);
-}
-
 } // namespace
 
 } // namespace kr::detail
@@ -185,8 +178,6 @@ using namespace kr::detail;
 int WideCharToMultiByte(UINT codePage, DWORD flags, WCHAR const * text, int length, char * bytes, int room,
                         char const * defaultChar, BOOL * usedDefault)
 {
-    if (IsOfProcess(codePage))
-        return NarrowToProcess(flags, text, length, bytes, room, defaultChar, usedDefault);
     bool const isUnit = length == 1 && text && bytes && static_cast<void const *>(text) != bytes && !defaultChar &&
                         (flags & ~WC_NO_BEST_FIT_CHARS) == 0;
     int const count = isUnit ? NarrowUnit(codePage, flags != 0, *text, bytes, room, usedDefault) : 0;
@@ -195,8 +186,6 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, WCHAR const * text, int leng
 
 int MultiByteToWideChar(UINT codePage, DWORD flags, char const * bytes, int length, WCHAR * text, int room)
 {
-    if (IsOfProcess(codePage))
-        return WidenFromProcess(flags, bytes, length, text, room);
     bool const isCharacter = length > 0 && room > 0 && bytes && text && static_cast<void const *>(text) != bytes &&
                              (flags & ~MB_ERR_INVALID_CHARS) == 0;
     int const count = isCharacter ? WidenCharacter(codePage, ViewOf(bytes, length), text) : 0;
