@@ -210,7 +210,7 @@ CString CKrColor::Format(bool hex) const
 void CKrColor::Parse(CString const & text)
 {
     TextView const trimmed = Trim(text.View());
-    if (trimmed.empty())
+    if (trimmed.empty() || EqualsInCapitals(trimmed, noColorText))
     {
         SetNoColor();
     }
@@ -227,10 +227,6 @@ void CKrColor::Parse(CString const & text)
     else if (EqualsInCapitals(trimmed, byLayerText))
     {
         *this = CKrColor(s_byLayerIndex);
-    }
-    else if (EqualsInCapitals(trimmed, noColorText))
-    {
-        SetNoColor();
     }
     else
     {

@@ -43,7 +43,8 @@ HRESULT FitReal(double real, Integer & number)
 {
     // The limits are powers of two, or 0, and so exact; the upper one is the first number that does not fit.
     constexpr double lowest = static_cast<double>(std::numeric_limits<Integer>::min());
-    constexpr double limit = 2.0 * static_cast<double>(std::numeric_limits<Integer>::max() / 2 + 1);
+    constexpr Integer halfLimit = std::numeric_limits<Integer>::max() / 2 + 1;
+    constexpr double limit = 2.0 * static_cast<double>(halfLimit);
     double const rounded = RoundHalfToEven(real);
     if (!(rounded >= lowest && rounded < limit))
         return DISP_E_OVERFLOW;
