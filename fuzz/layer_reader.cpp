@@ -215,7 +215,7 @@ std::string InDrawing(std::string_view layers)
 {
     return "  0\nSECTION\n  2\nHEADER\n  9\n$ACADVER\n  1\nAC1018\n  9\n$DWGCODEPAGE\n  3\nANSI_932\n  0\nENDSEC\n"
            "  0\nSECTION\n  2\nTABLES\n  0\nTABLE\n  2\nLAYER\n  0\nLAYER\n" +
-           std::string(layers) + "\n  0\nENDTAB\n  0\nENDSEC\n  0\nEOF\n";
+           std::string(layers) + (layers.ends_with('\n') ? "" : "\n") + "  0\nENDTAB\n  0\nENDSEC\n  0\nEOF\n";
 }
 
 } // namespace
