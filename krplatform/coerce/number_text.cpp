@@ -81,7 +81,7 @@ void NumberText::AddDigits(ULONGLONG number)
     char digits[20];
     char const * const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
     for (char const * digit = digits; digit != end; ++digit)
-        Add(static_cast<WCHAR>(*digit)); // NOLINT(clang-analyzer-core.CallAndMessage): all up to the end are written
+        Add(static_cast<WCHAR>(*digit));
 }
 
 void NumberText::AddDigits(ULONGLONG number, int places, WCHAR decimalMark)
