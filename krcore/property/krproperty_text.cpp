@@ -32,7 +32,10 @@ CString CKrProperty::GetAsLocaleString() const
     if (m_type != ePropDouble)
         return GetAsString();
     BSTR text = nullptr;
-    if (VarBstrFromR8(GetDouble(), LOCALE_USER_DEFAULT, 0, &text) != S_OK)
+    HRESULT const result = VarBstrFromR8(GetDouble(), LOCALE_USER_DEFAULT, 0, &text);
+    if (result == E_OUTOFMEMORY)
+        AfxThrowMemoryException();
+    if (FAILED(result))
         return CString();
     return kr::detail::TakeBstr(text);
 }
