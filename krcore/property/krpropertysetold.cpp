@@ -46,9 +46,13 @@ CKrPropertyCategory * CKrPropertySetOld::GetPropCategory(CString const & name) c
 CKrPropertyCategory * CKrPropertySetOld::CreatePropCategory(CString const & name, CString const & description,
                                                             bool visible)
 {
-    if (!HasCategory(name))
-        AddPropCategory(std::make_unique<CKrPropertyCategory>(EffectiveName(name), description, visible));
-    return GetPropCategory(name);
+    CString const effectiveName = EffectiveName(name); // once: when the set has the category nothing may fail
+    if (Category * const found = GetPropCategory(effectiveName))
+        return found;
+    auto made = std::make_unique<Category>(effectiveName, description, visible);
+    Category * const category = made.get();
+    AddPropCategory(std::move(made));
+    return category;
 }
 
 bool CKrPropertySetOld::AddPropCategory(std::unique_ptr<Category> category)
