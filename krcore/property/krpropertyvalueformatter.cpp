@@ -18,7 +18,7 @@ bool CKrPropertyValueFormatter::ParseDefaultValue(CString const & text, CKrPrope
 {
     try
     {
-        property.RemoveAttribute(defaultValue);
+        CString const attribute(defaultValue); // all that can fail comes before the first change
         if (property.IsColorValue())
         {
             CKrColor color;
@@ -26,28 +26,30 @@ bool CKrPropertyValueFormatter::ParseDefaultValue(CString const & text, CKrPrope
             property.SetColor(color);
         }
         else if (property.IsDateTimeValue())
-            ParseDate(CString(text).Trim().MakeUpper(), property);
+        {
+            if (ParseDate(CString(text).Trim().MakeUpper(), property))
+                return true;
+        }
         else
             property.SetValueFromString(text);
+        property.RemoveAttribute(attribute);
         return true;
     }
     KR_CATCH_ALL("krpropertyutils", 410)
 }
 
-void CKrPropertyValueFormatter::ParseDate(CString const & text, CKrProperty & property) const
+/// Whether the text is a keyword, which is remembered then.
+bool CKrPropertyValueFormatter::ParseDate(CString const & text, CKrProperty & property) const
 {
-    if (text.IsEmpty() || text == null)
+    bool const isNull = text.IsEmpty() || text == null;
+    if (!isNull && text != now && text != OLESTR("TODAY") && text != OLESTR("HEUTE"))
     {
-        property.SetDateTime(COleDateTime());
-        property.SetAttribute(defaultValue, CKrVariant(null));
-    }
-    else if (text == now || text == OLESTR("TODAY") || text == OLESTR("HEUTE"))
-    {
-        property.SetDateTime(m_currentTime);
-        property.SetAttribute(defaultValue, CKrVariant(now));
-    }
-    else
         property.SetValueFromString(text);
+        return false;
+    }
+    property.SetAttribute(defaultValue, CKrVariant(isNull ? null : now)); // first: the date takes no memory
+    property.SetDateTime(isNull ? COleDateTime() : m_currentTime);
+    return true;
 }
 
 bool CKrPropertyValueFormatter::FormatDefaultValueInvariant(CKrProperty const & property, CString & text) const
@@ -69,17 +71,17 @@ bool CKrPropertyValueFormatter::FormatDefaultValueImpl(CKrProperty const & prope
             text = property.GetColor().Format(false);
             return true;
         }
-        text = locale ? property.GetAsLocaleString() : property.GetAsInvariantString();
-        if (!property.IsDateTimeValue())
-            return true;
-        CKrVariant const keyword = property.GetAttribute(defaultValue);
-        if (!keyword.IsString())
-            return true;
-        CString const word = keyword.GetAsString();
-        if (word.CompareNoCase(now) == 0)
-            text = now;
-        else if (word.CompareNoCase(null) == 0)
-            text = locale ? OLESTR("") : null;
+        CString written = locale ? property.GetAsLocaleString() : property.GetAsInvariantString();
+        CKrVariant const keyword = property.IsDateTimeValue() ? property.GetAttribute(defaultValue) : CKrVariant();
+        if (keyword.IsString())
+        {
+            CString const word = keyword.GetAsString();
+            if (word.CompareNoCase(now) == 0)
+                written = now;
+            else if (word.CompareNoCase(null) == 0)
+                written = locale ? OLESTR("") : null;
+        }
+        text = written;
         return true;
     }
     KR_CATCH_ALL("krpropertyutils", 448)

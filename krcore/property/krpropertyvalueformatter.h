@@ -13,7 +13,8 @@
 ///     anything else                        the date as it reads         nothing
 ///
 /// Colours are read and written in their text forms, all other kinds as `SetValueFromString` and the property's text forms do. Text that
-/// cannot be read is no failure. Whatever is thrown inside leaves as a `CKrException` with the location of the operation.
+/// cannot be read is no failure. Whatever is thrown inside leaves as a `CKrException` with the location of the operation; where memory
+/// ran out, property and text are as they were.
 class KRCORE_API CKrPropertyValueFormatter
 {
 public:
@@ -31,7 +32,7 @@ public:
 
 private:
     bool FormatDefaultValueImpl(CKrProperty const & property, CString & text, bool locale) const;
-    void ParseDate(CString const & text, CKrProperty & property) const;
+    bool ParseDate(CString const & text, CKrProperty & property) const;
 
     COleDateTime m_currentTime;
 };
