@@ -237,12 +237,16 @@ public:
 private:
     using Children = std::vector<std::unique_ptr<CKrProperty>>;
 
-    // The only two that touch a parent link.
+    friend class CKrPropertySet; // whose root takes over another's
+
+    // The only three that touch a parent link.
     void Attach(std::size_t index, std::unique_ptr<CKrProperty> child);
     std::unique_ptr<CKrProperty> Detach(std::size_t index);
+    void TakeChildren(Children children) noexcept;
 
     Children CloneChildren() const;
-    void TakeChildren(Children children);
+    /// `DeepCopy` of a node that is given up for it.
+    void TakeOver(CKrProperty && made) noexcept;
     void SetDateFromText(CString const & text, unsigned long flags);
     void StoreDate(double date);
     void NoteSearched(std::size_t names) const noexcept;

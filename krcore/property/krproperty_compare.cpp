@@ -17,12 +17,27 @@ CKrProperty::Children CKrProperty::CloneChildren() const
     return clones;
 }
 
-void CKrProperty::TakeChildren(Children children)
+void CKrProperty::TakeChildren(Children children) noexcept
 {
-    m_children.reserve(children.size()); // all that can fail comes before the first change
     DeleteSubProperties();
-    for (auto & child : children)
-        Attach(m_children.size(), std::move(child));
+    m_children = std::move(children);
+    for (auto const & child : m_children)
+        child->m_parent = this;
+}
+
+void CKrProperty::TakeOver(CKrProperty && made) noexcept
+{
+    TakeChildren(std::move(made.m_children));
+    m_value = std::move(made.m_value);
+    SetName(made.m_name);
+    m_description = made.m_description;
+    m_type = made.m_type;
+    m_needed = made.m_needed;
+    m_modified = made.m_modified;
+    if (made.m_itemCtrl)
+        m_itemCtrl = std::move(made.m_itemCtrl);
+    if (made.m_attributes)
+        m_attributes = std::move(made.m_attributes);
 }
 
 void CKrProperty::Copy(CKrProperty const & source)
@@ -48,7 +63,6 @@ void CKrProperty::DeepCopy(CKrProperty const & source)
     if (this == &source)
         return;
     Children clones = source.CloneChildren(); // first: the source may stand below this node
-    m_children.reserve(clones.size());
     Copy(source);
     TakeChildren(std::move(clones));
 }

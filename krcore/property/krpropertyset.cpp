@@ -25,6 +25,8 @@ CKrPropertySet & CKrPropertySet::operator=(CKrPropertySet const & other)
     return *this;
 }
 
+void CKrPropertySet::TakeOver(CKrPropertySet && made) noexcept { m_root.TakeOver(std::move(made.m_root)); }
+
 CKrPropertySet::~CKrPropertySet() = default;
 
 CString CKrPropertySet::ConvertCategoryName(CString const & name)

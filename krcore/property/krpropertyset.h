@@ -89,6 +89,10 @@ public:
     bool Visit(kr::visitor<CKrProperty> & visitor);
 
 private:
+    friend class CKrPropMultiEditHelperBase; // which replaces two sets or none
+
+    /// `=` from a set that is given up for it.
+    void TakeOver(CKrPropertySet && made) noexcept;
     static CString ConvertCategoryName(CString const & name);
     CKrProperty * CreatePropCategory(CString const & name, CString const & description, bool visible);
 

@@ -3,6 +3,8 @@
 #include <krcore/diagnostics/krexception_guard.h>
 #include <krcore/diagnostics/krtrace.h>
 
+#include <utility>
+
 namespace
 {
 
@@ -17,9 +19,26 @@ CKrPropMultiEditHelperBase::CKrPropMultiEditHelperBase() = default;
 
 CKrPropMultiEditHelperBase::CKrPropMultiEditHelperBase(CKrPropMultiEditHelperBase const & other) = default;
 
-CKrPropMultiEditHelperBase & CKrPropMultiEditHelperBase::operator=(CKrPropMultiEditHelperBase const & other) = default;
+CKrPropMultiEditHelperBase & CKrPropMultiEditHelperBase::operator=(CKrPropMultiEditHelperBase const & other)
+{
+    if (this == &other)
+        return *this;
+    CKrPropMultiEditHelperBase copy(other); // all that can fail
+    TakeSets(std::move(copy.m_mainSet), std::move(copy.m_referenceSet));
+    m_spareSets.swap(copy.m_spareSets);
+    m_commonStruct = copy.m_commonStruct;
+    m_changed = copy.m_changed;
+    m_mainSetFromFirst = copy.m_mainSetFromFirst;
+    return *this;
+}
 
 CKrPropMultiEditHelperBase::~CKrPropMultiEditHelperBase() = default;
+
+void CKrPropMultiEditHelperBase::TakeSets(CKrPropertySet && mainSet, CKrPropertySet && referenceSet) noexcept
+{
+    m_mainSet.TakeOver(std::move(mainSet));
+    m_referenceSet.TakeOver(std::move(referenceSet));
+}
 
 void CKrPropMultiEditHelperBase::SetMainPropertySet(CKrPropertySet const & set)
 {
@@ -88,7 +107,13 @@ CKrPropMultiEditHelper::CKrPropMultiEditHelper(std::vector<CKrPropertySet *> con
 
 CKrPropMultiEditHelper::CKrPropMultiEditHelper(CKrPropMultiEditHelper const & other) = default;
 
-CKrPropMultiEditHelper & CKrPropMultiEditHelper::operator=(CKrPropMultiEditHelper const & other) = default;
+CKrPropMultiEditHelper & CKrPropMultiEditHelper::operator=(CKrPropMultiEditHelper const & other)
+{
+    std::vector<CKrPropertySet *> sets(other.m_sets);
+    CKrPropMultiEditHelperBase::operator=(other);
+    m_sets.swap(sets);
+    return *this;
+}
 
 CKrPropMultiEditHelper::~CKrPropMultiEditHelper() = default;
 
@@ -109,8 +134,13 @@ bool CKrPropMultiEditHelper::PrepareEdit()
     if (m_sets.empty())
         return false;
     if (m_mainSetFromFirst)
-        m_mainSet = *m_sets.front();
-    m_referenceSet = m_mainSet;
+    {
+        CKrPropertySet mainSet(*m_sets.front());
+        CKrPropertySet referenceSet(mainSet);
+        TakeSets(std::move(mainSet), std::move(referenceSet));
+    }
+    else
+        m_referenceSet = m_mainSet;
     for (CKrPropertySet const * const set : m_sets)
         PreparePropSet(*set);
     return true;

@@ -9,7 +9,8 @@
 /// What the multi-edit helpers share: the main set that a grid shows and edits, how it is compared with each set, and how changes are
 /// carried back. A property of the main set whose value differs in any set carries the attribute "Kr.VariedMode" (true). A
 /// change counts only if the client sets the modified flag of the main set's property. Whatever is thrown while a set is compared or written
-/// leaves as a `CKrException` with the location of that step; sets that were written before stay so.
+/// leaves as a `CKrException` with the location of that step; sets that were written before stay so. Main set and reference change
+/// together: where memory runs out for either, both stay as they were.
 class KRCORE_API CKrPropMultiEditHelperBase
 {
 public:
@@ -43,6 +44,9 @@ protected:
     bool m_commonStruct = false;
     bool m_changed = false;
     bool m_mainSetFromFirst = true;
+
+    /// Takes both sets over, so that they never part from each other.
+    void TakeSets(CKrPropertySet && mainSet, CKrPropertySet && referenceSet) noexcept;
 
 private:
     CKrProperty * FindCounterpart(CKrProperty const & child, unsigned int index, CKrProperty const & other) const;
