@@ -17,16 +17,13 @@ TextFile::~TextFile()
 
 bool TextFile::Open(WCHAR const * name)
 {
-    HANDLE const file = CreateFileW(name, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE && GetLastError() == ERROR_NOT_ENOUGH_MEMORY)
-        throw std::bad_alloc();
-    if (file == INVALID_HANDLE_VALUE)
-        return false;
     if (m_file != INVALID_HANDLE_VALUE)
         CloseHandle(m_file);
-    m_file = file;
-    return true;
+    m_file = CreateFileW(name, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, CREATE_ALWAYS,
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (m_file == INVALID_HANDLE_VALUE && GetLastError() == ERROR_NOT_ENOUGH_MEMORY)
+        throw std::bad_alloc();
+    return m_file != INVALID_HANDLE_VALUE;
 }
 
 bool TextFile::Write(std::string_view bytes)

@@ -19,8 +19,8 @@ public:
     TextFile(TextFile const &) = delete;
     TextFile & operator=(TextFile const &) = delete;
 
-    /// Makes the file, or cuts it to nothing. False, with the last error set, if that fails; writing then fails too. Throws
-    /// `std::bad_alloc` where memory runs out.
+    /// Closes the file that is open, then makes this one, or cuts it to nothing. False, with the last error set, if that
+    /// fails; writing then fails too. Throws `std::bad_alloc` where memory runs out.
     bool Open(WCHAR const * name);
     /// Writes the bytes with one call of the system. False for a failure, as on a full disk.
     bool Write(std::string_view bytes);
