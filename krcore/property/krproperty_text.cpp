@@ -32,10 +32,7 @@ CString CKrProperty::GetAsLocaleString() const
     if (m_type != ePropDouble)
         return GetAsString();
     BSTR text = nullptr;
-    HRESULT const result = VarBstrFromR8(GetDouble(), LOCALE_USER_DEFAULT, 0, &text);
-    if (result == E_OUTOFMEMORY)
-        AfxThrowMemoryException();
-    if (FAILED(result))
-        return CString();
+    if (VarBstrFromR8(GetDouble(), LOCALE_USER_DEFAULT, 0, &text) != S_OK)
+        AfxThrowMemoryException(); // every number has a text
     return kr::detail::TakeBstr(text);
 }

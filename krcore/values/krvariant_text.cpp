@@ -16,11 +16,8 @@ CString const s_true(OLESTR("1"));
 CString TextOfDouble(double value)
 {
     BSTR text = nullptr;
-    HRESULT const result = VarBstrFromR8(value, LOCALE_INVARIANT, 0, &text);
-    if (result == E_OUTOFMEMORY)
-        AfxThrowMemoryException();
-    if (FAILED(result))
-        return CString();
+    if (VarBstrFromR8(value, LOCALE_INVARIANT, 0, &text) != S_OK)
+        AfxThrowMemoryException(); // every number has a text
     return kr::detail::TakeBstr(text);
 }
 
