@@ -73,25 +73,16 @@ CKrTrace::CKrTrace(CString const & fileName, CString const & envName) : CKrTrace
     if (!envName.IsEmpty() && !CheckTrace(envName))
         return;
     m_bOn = true;
-    bool failed = false;
     try
     {
         m_pStream->Open(fileName);
-    }
-    catch (CException * exception)
-    {
-        exception->Delete();
-        failed = true;
+        return;
     }
     catch (...)
     {
-        failed = true;
     }
-    if (failed)
-    {
-        AfxMessageBox(OLESTR("can\u00B4t open trace file"), 0, 0);
-        m_bOn = false;
-    }
+    AfxMessageBox(OLESTR("can\u00B4t open trace file"), 0, 0);
+    m_bOn = false;
 }
 
 CKrTrace::CKrTrace(CKrTrace const & other) = default;

@@ -41,8 +41,6 @@ public:
     /// Whoever watched before is told.
     void Watch(Changes const & changes) const noexcept
     {
-        if (m_changes == changes)
-            return;
         Count();
         m_changes = changes;
     }

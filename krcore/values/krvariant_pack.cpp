@@ -109,8 +109,7 @@ CKrVariant::CKrVariant(kr::matrix<CString> const & values) : m_type(eVariantMatr
         {
             LONG const indices[] = {row, column};
             void * place = nullptr;
-            if (HRESULT const result = SafeArrayPtrOfIndex(array, indices, &place); FAILED(result))
-                AtlThrow(result);
+            SafeArrayPtrOfIndex(array, indices, &place); // each lies in the array that was just made
             *static_cast<BSTR *>(place) = values.At(row, column).AllocSysString();
         }
     }

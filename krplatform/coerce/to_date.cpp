@@ -35,9 +35,7 @@ struct DateTarget
     HRESULT operator()(Source source) const
     {
         double value = 0;
-        HRESULT const result = RealTarget{locale, value}(source);
-        if (FAILED(result))
-            return result;
+        RealTarget{locale, value}(source); // only a text can fail to be a number
         if (!(value > s_beforeFirstDay && value < s_afterLastDay))
             return DISP_E_OVERFLOW;
         days = value;

@@ -10,11 +10,12 @@ namespace kr::detail
 namespace
 {
 
+/// Of digits up to the base 16.
 void ToUpperCase(char * first, char * end)
 {
     for (; first != end; ++first)
     {
-        if (*first >= 'a' && *first <= 'z')
+        if (*first >= 'a')
             *first = static_cast<char>(*first - 'a' + 'A');
     }
 }
