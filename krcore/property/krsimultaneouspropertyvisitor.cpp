@@ -23,7 +23,7 @@ bool CKrSimultaneousPropertyVisitor::Match(CKrProperty * node)
         m_counterpart = found;
         return true;
     }
-    KR_CATCH_ALL("krpropertyutils", 49)
+    KR_CATCH_ALL("krpropertyutils", 49) // GCOVR_EXCL_LINE: nothing above can fail
 }
 
 bool CKrSimultaneousPropertyVisitor::Action(CKrProperty *)

@@ -23,7 +23,7 @@ template <class Element>
 Element * MakeVector(VARIANT & value, VARTYPE element, std::size_t count)
 {
     if (count > static_cast<std::size_t>(INT32_MAX))
-        AfxThrowMemoryException();
+        AfxThrowMemoryException(); // GCOVR_EXCL_LINE: so many elements take 8 GB
     SAFEARRAYBOUND const bound = {static_cast<ULONG>(count), 0};
     return static_cast<Element *>(MakeArray(value, element, 1, &bound)->pvData);
 }
