@@ -5,6 +5,7 @@
 #include "tests/krplatform/codepage/bytes.h"
 #include "tests/support/child_process.h"
 #include "tests/support/failing_allocator.h"
+#include "tests/support/icu_memory.h"
 
 #include <gtest/gtest.h>
 
@@ -74,6 +75,27 @@ TEST(CodePageFirstUse, DISABLED_WithoutMemory)
 TEST(CodePageFirstUse, FailsWithoutMemoryAndSucceedsLater)
 {
     ChildResult const child = RunTestInChild("CodePageFirstUse.DISABLED_WithoutMemory", {});
+    EXPECT_EQ(child.exitStatus, 0) << child.output;
+}
+
+TEST(CodePageFirstUse, DISABLED_WithoutMemoryForTheConverter)
+{
+    IcuMemory memory;
+    ASSERT_TRUE(memory.IsMade());
+    WCHAR const unit = 0x3042;
+    char bytes[2];
+    ASSERT_EQ(WideCharToMultiByte(1252, 0, &unit, 1, bytes, 2, nullptr, nullptr), 1);
+    memory.RunOut();
+    SetLastError(ERROR_SUCCESS);
+    EXPECT_EQ(WideCharToMultiByte(932, 0, &unit, 1, bytes, 2, nullptr, nullptr), 0);
+    EXPECT_EQ(GetLastError(), ERROR_NOT_ENOUGH_MEMORY);
+    memory.ComeBack();
+    EXPECT_EQ(WideCharToMultiByte(932, 0, &unit, 1, bytes, 2, nullptr, nullptr), 2);
+}
+
+TEST(CodePageFirstUse, FailsWithoutMemoryForTheConverterAndSucceedsLater)
+{
+    ChildResult const child = RunTestInChild("CodePageFirstUse.DISABLED_WithoutMemoryForTheConverter", {});
     EXPECT_EQ(child.exitStatus, 0) << child.output;
 }
 

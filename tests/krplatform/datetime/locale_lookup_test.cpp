@@ -1,6 +1,8 @@
 #include <krplatform/coerce/locale_lookup.h>
 
+#include "tests/support/child_process.h"
 #include "tests/support/failing_allocator.h"
+#include "tests/support/icu_memory.h"
 #include "tests/support/text.h"
 
 #include <gtest/gtest.h>
@@ -172,6 +174,26 @@ TEST(FactsOfLocale, TellWantOfMemoryAndAreFoundLater)
     EXPECT_GT(failures, 10u);
     EXPECT_EQ(Narrow(facts->date.shortDate), "d/M/yyyy");
     EXPECT_EQ(facts->date.words.size(), 16u); // the names are one form each
+}
+
+TEST(FactsOfLocale, DISABLED_WithoutMemoryForLocaleData)
+{
+    IcuMemory memory;
+    ASSERT_TRUE(memory.IsMade());
+    detail::LocaleFacts const * facts = nullptr;
+    ASSERT_EQ(detail::FindFactsOfLocale(1033, facts), S_OK);
+    memory.RunOut();
+    EXPECT_EQ(detail::FindFactsOfLocale(1031, facts), E_OUTOFMEMORY);
+    EXPECT_EQ(facts, nullptr);
+    memory.ComeBack();
+    EXPECT_EQ(detail::FindFactsOfLocale(1031, facts), S_OK);
+    EXPECT_EQ(Narrow(facts->date.shortDate), "dd.MM.yyyy");
+}
+
+TEST(FactsOfLocale, TellWantOfMemoryForLocaleDataAndAreFoundLater)
+{
+    ChildResult const child = RunTestInChild("FactsOfLocale.DISABLED_WithoutMemoryForLocaleData", {});
+    EXPECT_EQ(child.exitStatus, 0) << child.output;
 }
 
 TEST(FactsOfLocale, AreGivenToManyThreadsAtOnce)
