@@ -37,6 +37,15 @@ CString FindIn(CKrMessagePool const & pool, unsigned int id, CString const & gro
     return found ? text : CString(OLESTR("-"));
 }
 
+/// An explicit instantiation may name what is private.
+template <auto operation>
+struct Private
+{
+    friend bool ClearGroup(CKrMessagePool & pool, CString const & name) { return (pool.*operation)(name); }
+};
+bool ClearGroup(CKrMessagePool & pool, CString const & name);
+template struct Private<&CKrMessagePool::ClearGroup>;
+
 } // namespace
 
 TEST(CKrMessagePool, FindsNothingWithoutGroups)
@@ -88,6 +97,20 @@ TEST(CKrMessagePool, RemovesMessagesAndGroups)
     EXPECT_FALSE(pool.RemoveMessageGroup(s_b));
     EXPECT_TRUE(pool.RemoveMessageGroup(s_a));
     EXPECT_FALSE(pool.RemoveMessageGroup(s_a));
+}
+
+TEST(CKrMessagePool, ClearsAGroupThatStays)
+{
+    CKrMessagePool pool;
+    pool.AddMessageGroup(s_default);
+    pool.AddMessageGroup(s_a);
+    pool.AddMessage(1, OLESTR("one"), s_default);
+    pool.AddMessage(1, OLESTR("uno"), s_a);
+    EXPECT_FALSE(ClearGroup(pool, s_b));
+    EXPECT_TRUE(ClearGroup(pool, s_default));
+    EXPECT_EQ(FindIn(pool, 1, s_default), OLESTR("-"));
+    EXPECT_EQ(FindIn(pool, 1, s_a), OLESTR("uno"));
+    EXPECT_TRUE(pool.AddMessage(1, OLESTR("two"), s_default)) << "the group is there, and the id is free again";
 }
 
 TEST(CKrMessagePool, FreesItsGroups)

@@ -48,6 +48,15 @@ protected:
     std::filesystem::path path;
 };
 
+/// An explicit instantiation may name what is private.
+template <auto operation>
+struct Private
+{
+    friend bool CheckTrace(CString const & name) { return operation(name); }
+};
+bool CheckTrace(CString const & name);
+template struct Private<&CKrTrace::CheckTrace>;
+
 /// The calls of the system that have written so far in this process; -1 where the system does not count them.
 long CountWrites()
 {
@@ -344,6 +353,19 @@ TEST_F(CKrTraceTest, IsOffAndSaysSoWhereOpeningTheFileThrows)
         EXPECT_EQ(boxes.HelpContext(), 0u);
     }
     EXPECT_GT(failures, 0);
+}
+
+TEST_F(CKrTraceTest, IsSwitchedOnByExactlyTrue)
+{
+    EXPECT_FALSE(CheckTrace(CString(variable))) << "not set";
+    for (char const * const value : {"", "TRUE", "1", "true ", " true", "truea"})
+    {
+        setenv(variable, value, 1);
+        EXPECT_FALSE(CheckTrace(CString(variable))) << value;
+    }
+    setenv(variable, "true", 1);
+    EXPECT_TRUE(CheckTrace(CString(variable)));
+    EXPECT_FALSE(CheckTrace(CString())) << "no name is no variable";
 }
 
 TEST_F(CKrTraceTest, IsOneForTheProcess)

@@ -314,6 +314,24 @@ TEST(CKrAssCtrlCopy, LeavesAllAsItWasWhereMemoryRunsOut)
     EXPECT_GT(FailUntilItPasses([&] { source.SetSelectionList(values); }, [&] { ExpectFull(source, &data); }), 1u);
 }
 
+TEST(CKrAssCtrlMove, HandsOverAllWithoutCopying)
+{
+    int data = 0;
+    CKrAssCtrl source = MakeFull(&data);
+    CKrEvent const * const event = source.GetEvent(Key(3));
+    std::vector<CKrVariant> const * const list = source.GetSelectionList();
+    CKrAssCtrl moved(std::move(source)), assigned(CKrAssCtrl::eMemoCtrl);
+    EXPECT_EQ(moved.GetEvent(Key(3)), event);
+    EXPECT_EQ(moved.GetSelectionList(), list);
+    ExpectFull(moved, &data);
+    assigned.AddEvent(Key(7), MakeEvent(OLESTR("OLD")));
+    assigned = std::move(moved);
+    EXPECT_EQ(assigned.GetEvent(Key(3)), event);
+    EXPECT_EQ(assigned.GetEvent(Key(7)), nullptr);
+    EXPECT_EQ(assigned.GetSelectionList(), list);
+    ExpectFull(assigned, &data);
+}
+
 TEST(CKrAssCtrlCompare, CountsTypeUserTypeFlagsAndTooltipAlone)
 {
     static int s_data = 0;

@@ -260,3 +260,12 @@ TEST(CKrStringParser, DoesNothingWithAnUnknownType)
     parser.SetType(CKrStringParser::eParserTypeString);
     EXPECT_EQ(parser.Join(none), OLESTR("b;a"));
 }
+
+TEST(CKrStringParser, JoinsNothingLongerThanATextCanBe)
+{
+    constexpr int million = 1 << 20;
+    CString const wide(OLESTR(' '), million);
+    std::vector<int> const numbers(2049); // 2048 separators fill the greatest length alone
+    EXPECT_EQ(ThrownResult([&] { CKrStringParser::Join(wide, numbers); }), E_OUTOFMEMORY);
+    EXPECT_EQ(CKrStringParser::Join(wide, std::vector<int>(2)).GetLength(), million + 2);
+}

@@ -67,6 +67,33 @@ TEST(CKrCharBuffer, AppendsAndTerminates)
     EXPECT_EQ(longText.BufSize(), 512u);
 }
 
+TEST(CKrCharBuffer, TerminatesBehindEachCharacterThatIsAppended)
+{
+    CKrCharBuffer buffer;
+    for (unsigned int length = 1; length <= 300; ++length)
+    {
+        buffer.AddString(static_cast<char>('a' + length % 26));
+        ASSERT_EQ(buffer.Length(), length);
+        ASSERT_EQ(buffer.Get()[length - 1], static_cast<char>('a' + length % 26));
+        ASSERT_EQ(buffer.Get()[length], 0);
+        ASSERT_EQ(buffer.BufSize(), length < 256 ? 256u : 512u) << length << ": the terminator needs room too";
+    }
+    EXPECT_EQ(buffer.Get()[0], 'b');
+}
+
+TEST(CKrCharBuffer, IsPassedWhereItsBytesAreExpected)
+{
+    CKrCharBuffer const narrow("abc"), none;
+    char const * const text = narrow;
+    unsigned char const * const bytes = narrow;
+    EXPECT_STREQ(text, "abc");
+    EXPECT_EQ(bytes[2], 'c');
+    EXPECT_EQ(static_cast<char const *>(none), nullptr);
+    CKrWcharBuffer const wide(wideText);
+    WCHAR const * const units = wide;
+    EXPECT_EQ(CString(units), CString(wideText));
+}
+
 TEST(CKrCharBuffer, WritesOnlyTheTerminatorForNothing)
 {
     CKrCharBuffer buffer("abcd");

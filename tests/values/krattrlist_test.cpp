@@ -287,6 +287,9 @@ TEST(CKrAttrList, WritesTheDefaultWhenItIsFirstAskedFor)
     EXPECT_TRUE(list.GetBoolAdd(OLESTR("b"), true, OLESTR("d")));
     EXPECT_EQ(list.GetDoubleAdd(OLESTR("f"), 1.5, OLESTR("d")), 1.5);
     EXPECT_EQ(list.GetStringAdd(OLESTR("s"), OLESTR("t"), OLESTR("d")), OLESTR("t"));
+    EXPECT_TRUE(list.GetBoolAdd(OLESTR("b"), false, OLESTR("e"))) << "what is there stays";
+    EXPECT_EQ(list.GetDoubleAdd(OLESTR("f"), 2.5, OLESTR("e")), 1.5);
+    EXPECT_EQ(list.GetStringAdd(OLESTR("s"), OLESTR("u"), OLESTR("e")), OLESTR("t"));
     EXPECT_EQ(list.size(), 4);
     EXPECT_TRUE(list.GetValue(OLESTR("b")).IsBool());
     EXPECT_TRUE(list.GetValue(OLESTR("f")).IsDouble());

@@ -12,6 +12,7 @@
 
 #include <cstring>
 #include <limits>
+#include <utility>
 
 using namespace kr::test;
 
@@ -58,6 +59,16 @@ TEST(COleSafeArray, IsEmptyAtFirst)
     EXPECT_EQ(array.parray, nullptr);
     EXPECT_EQ(array.GetDim(), 0u);
     EXPECT_EQ(array.GetElemSize(), 0u);
+}
+
+TEST(COleSafeArray, IsPassedWhereAVariantIsExpected)
+{
+    COleSafeArray array = MakeNumbers({1, 2});
+    VARIANT * const writable = array;
+    VARIANT const * const readable = std::as_const(array);
+    EXPECT_EQ(writable, &static_cast<VARIANT &>(array));
+    EXPECT_EQ(readable, writable);
+    EXPECT_EQ(readable->vt, VT_ARRAY | VT_R8);
 }
 
 TEST(COleSafeArray, AfxSafeArrayInitDoesNotReadTheOldValue)

@@ -55,6 +55,9 @@ TEST(CompleteDateFacts, ReadsOrderAndMarksFromThePatterns)
         { OLESTR("dd/MM/yyyy."),      OLESTR("H:mm"),        DateOrder::dayMonthYear, OLESTR('/'), OLESTR(':'), false, false },   // another mark at the end
         { OLESTR("'on' d MMM yyyy"),  OLESTR("H 'h'"),       DateOrder::dayMonthYear, OLESTR('/'), OLESTR(':'), false, false },   // no marks
         { OLESTR("yyyy\u5E74M\u6708d\u65E5"), OLESTR("H:mm"), DateOrder::yearMonthDay, OLESTR('/'), OLESTR(':'), false, false },
+        { OLESTR("d'D'M'Y'yyyy"),     OLESTR("H'H'mm"),      DateOrder::dayMonthYear, OLESTR('/'), OLESTR(':'), false, false },   // letters are words
+        { OLESTR("d'a'M'z'yyyy"),     OLESTR("H'Z'mm"),      DateOrder::dayMonthYear, OLESTR('/'), OLESTR(':'), false, false },
+        { OLESTR("d_M_yyyy"),         OLESTR("H~mm"),        DateOrder::dayMonthYear, OLESTR('_'), OLESTR('~'), false, false },   // marks between and behind the letters
         { OLESTR("(d-M-yyyy"),        OLESTR("H:mm"),        DateOrder::dayMonthYear, OLESTR('-'), OLESTR(':'), false, false },   // a mark in front joins nothing
         { OLESTR(""),                 OLESTR(""),            DateOrder::monthDayYear, OLESTR('/'), OLESTR(':'), false, false },
     };

@@ -186,4 +186,17 @@ TEST(COleCurrency, TellsWantOfMemoryAndLeavesNothingBehind)
     }
 }
 
+TEST(COleCurrency, TellsWantOfMemoryForALocaleAndStaysAsItWas)
+{
+    constexpr LCID burmese = 1109; // no other test asks for it
+    COleCurrency amount(12, 5000);
+    {
+        FailNthAllocation const fail(1);
+        EXPECT_EQ(ThrownResult([&] { amount.ParseCurrency(OLESTR("1.5"), 0, burmese); }), E_OUTOFMEMORY);
+    }
+    EXPECT_EQ(amount, COleCurrency(12, 5000));
+    EXPECT_TRUE(amount.ParseCurrency(OLESTR("1.5"), 0, burmese));
+    EXPECT_EQ(amount, COleCurrency(1, 5000));
+}
+
 } // namespace kr::test

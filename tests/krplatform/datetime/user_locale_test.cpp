@@ -14,6 +14,8 @@
 #include <string>
 #include <thread>
 
+#include <unistd.h>
+
 namespace kr::test
 {
 
@@ -85,6 +87,33 @@ TEST_F(UserLocale, IsTheFirstOfAllTheCategorysAndLangThatIsSet)
     EXPECT_EQ(UserDate(), german);
     Set("LANG", "");
     EXPECT_EQ(UserDate(), american);
+}
+
+TEST_F(UserLocale, IsTheFirstThatIsNotEmptyWhereAVariableStandsTwice)
+{
+    struct Row
+    {
+        char const * first;
+        char const * second;
+        char const * date;
+    };
+    // clang-format off
+    Row const rows[] = {
+        { "LC_TIME=de_DE", "LC_TIME=fr_FR", german   },
+        { "LC_TIME=",      "LC_TIME=fr_FR", french   },
+        { "LC_TIME=de_DE", "LC_TIME=",      german   },
+        { "LC_TIME=",      "LC_TIME=",      american },
+    };
+    // clang-format on
+    char ** const before = environ;
+    for (Row const & row : rows)
+    {
+        char * entries[] = {const_cast<char *>(row.first), const_cast<char *>(row.second), nullptr};
+        environ = entries;
+        std::string const date = UserDate();
+        environ = before;
+        EXPECT_EQ(date, row.date) << row.first << " " << row.second;
+    }
 }
 
 TEST_F(UserLocale, IsLookedUpByLanguageAndTerritory)

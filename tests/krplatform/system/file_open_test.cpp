@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -138,6 +139,18 @@ TEST_F(FileOpen, EmptiesAFileOnlyWhenItIsFree)
     EXPECT_EQ(ReadText(m_file), "text");
     EXPECT_EQ(TryToOpen(m_file, GENERIC_WRITE, shared, CREATE_ALWAYS), ERROR_SUCCESS);
     EXPECT_EQ(ReadText(m_file), "");
+}
+
+TEST_F(FileOpen, TellsThatAFileCannotBeEmptied)
+{
+    int const sealed = memfd_create("sealed", MFD_ALLOW_SEALING);
+    ASSERT_EQ(write(sealed, "text", 4), 4);
+    ASSERT_EQ(fcntl(sealed, F_ADD_SEALS, F_SEAL_SHRINK), 0);
+    std::filesystem::path const path = "/proc/self/fd/" + std::to_string(sealed);
+    EXPECT_EQ(TryToOpen(path, GENERIC_WRITE, shared, OPEN_EXISTING), ERROR_SUCCESS);
+    EXPECT_EQ(TryToOpen(path, GENERIC_WRITE, shared, CREATE_ALWAYS), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(ReadText(path), "text");
+    close(sealed);
 }
 
 TEST_F(FileOpen, MakesAFileThatIsNotThere)

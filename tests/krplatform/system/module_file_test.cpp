@@ -79,6 +79,16 @@ TEST(ModuleFile, IsNotCompleteForOtherContent)
     }
 }
 
+TEST(ModuleFile, IsNotCompleteForAFileThatHoldsLessThanItSays)
+{
+    std::string const path = "/sys/devices/system/cpu/online"; // a page by its size, a few bytes to read
+    ModuleFile const file(path);
+    if (!file.IsOpen())
+        GTEST_SKIP() << "the kernel shows no " << path;
+    EXPECT_FALSE(file.IsComplete());
+    EXPECT_TRUE(file.NeededLibraries().empty());
+}
+
 TEST(ModuleFile, ReadsFilesThatAreCutAnywhere)
 {
     TemporaryDirectory const directory;

@@ -142,6 +142,7 @@ TEST(LoadLibrary, TellsWhyItFails)
         { OLESTR("kr_no_such_module.so"),               0, ERROR_MOD_NOT_FOUND     },
         { NameOf(directory / "text.so"),                0, ERROR_BAD_EXE_FORMAT    },
         { NameOf(directory / "empty.so"),               0, ERROR_BAD_EXE_FORMAT    },
+        { OLESTR("/bin/sh"),                            0, ERROR_BAD_EXE_FORMAT    },  // a program
         { NameOf(directory.Path()),                     0, ERROR_ACCESS_DENIED     },
         { NameOf(directory / "kr_root.so"),             0, ERROR_MOD_NOT_FOUND     },  // what it needs is not found
         { NameOf(directory / "kr_incomplete.so"),       0, ERROR_PROC_NOT_FOUND    },

@@ -151,6 +151,7 @@ TEST(CStringFormat, WritesAnAddressInSixteenDigits)
     EXPECT_EQ(Formatted(OLESTR("%p"), reinterpret_cast<void *>(0xABC12)), OLESTR("00000000000ABC12"));
     EXPECT_EQ(Formatted(OLESTR("%p|%18p|%-18p|"), nullptr, nullptr, nullptr),
               OLESTR("0000000000000000|  0000000000000000|0000000000000000  |"));
+    EXPECT_EQ(FormattedV(OLESTR("%p %d"), reinterpret_cast<void *>(0xABC12), 7), OLESTR("00000000000ABC12 7"));
 }
 
 TEST(CStringFormat, WritesWhatIsNoNumberAsTheRuntimeDoes)
@@ -164,6 +165,7 @@ TEST(CStringFormat, WritesWhatIsNoNumberAsTheRuntimeDoes)
     EXPECT_EQ(Formatted(OLESTR("%f %+f % f"),  -infinity, infinity, infinity),          OLESTR("-inf +inf  inf"));
     EXPECT_EQ(Formatted(OLESTR("%f %f %F"),    notANumber, -notANumber, -notANumber),   OLESTR("nan -nan(ind) -NAN(IND)"));
     EXPECT_EQ(Formatted(OLESTR("%f %f"),       signalling, -signalling),                OLESTR("nan(snan) -nan(snan)"));
+    EXPECT_EQ(Formatted(OLESTR("%E %G"),       notANumber, -signalling),                OLESTR("NAN -NAN(SNAN)"));
     EXPECT_EQ(Formatted(OLESTR("%06f|%-6f|%.1f"), infinity, infinity, infinity),        OLESTR("   inf|inf   |inf"));
     // clang-format on
 }

@@ -237,6 +237,11 @@ TEST(Swscanf, TellsThePosition)
     EXPECT_EQ(position, 4);
     EXPECT_EQ(swscanf(OLESTR(""), OLESTR("%n"), &position), 0);
     EXPECT_EQ(position, 0);
+    EXPECT_EQ(swscanf(OLESTR("12 34"), OLESTR("%*d%*n%d"), &value), 1) << "a position may be skipped";
+    EXPECT_EQ(value, 34);
+    EXPECT_EQ(swscanf(OLESTR("12 34"), OLESTR("%d%Ln%d"), &value, &position, &value), 1) << "no size of integers";
+    EXPECT_EQ(value, 12);
+    EXPECT_EQ(position, 0);
 }
 
 TEST(Swscanf, GivesNothingForNoTextOrNoFormat)

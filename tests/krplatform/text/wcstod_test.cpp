@@ -118,6 +118,8 @@ TEST(Wcstod, ReadsNumbersOfAnyLengthExactly)
     EXPECT_EQ(Read(Repeat(exactHalf, 900, '0', "")), 1.0);
     EXPECT_EQ(Read(Repeat(exactHalf, 900, '0', "1")), std::nextafter(1.0, 2.0)) << "the last digit decides";
     EXPECT_EQ(Read(Repeat("", 1000, '0', "12.5")), 12.5);
+    EXPECT_EQ(BitsOf(Read(Repeat("", 1000, '0', "e5"))), BitsOf(0.0));
+    EXPECT_EQ(BitsOf(Read(Repeat("-0.", 1000, '0', ""))), BitsOf(-0.0));
     EXPECT_EQ(Read(Repeat("0.", 400, '0', "1e401")), 1.0);
     EXPECT_EQ(Read(Repeat("1", 400, '0', "e-400")), 1.0);
     EXPECT_EQ(Read(Repeat("1", 900, '0', ".5e-900")), 1.0);
