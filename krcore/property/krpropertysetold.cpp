@@ -188,7 +188,8 @@ bool CKrPropertySetOld::InsertProperty(unsigned int index, CKrPropertyOld * prop
         holder->Insert(index, std::move(owner));
     if (made)
         AddPropCategory(std::move(made)); // last, so that a failure leaves no empty one
-    static_cast<void>(owner.release());   // what is left is the caller's
+    // What is left is the caller's; null where the category took it.
+    static_cast<void>(owner.release()); // NOLINT(clang-analyzer-cplusplus.Move)
     return true;
 }
 
