@@ -44,10 +44,16 @@ class Change:
     line: int
     column: int
     source: str  # the line, stripped
+    nth: int  # which of the lines of that text it is
     start: int
     end: int
     old: str
     new: str
+
+    @property
+    def key(self):
+        """What tells the change apart while lines come and go above it."""
+        return self.path, self.source if self.nth == 1 else f"{self.source}   #{self.nth}", self.arrow
 
     @property
     def arrow(self):
@@ -128,9 +134,10 @@ def changes_of(path, text):
     for start, end, new in edits(code):
         begin = text.rfind("\n", 0, start) + 1
         source = text[begin : text.find("\n", start)]
+        nth = 1 + [other.strip() for other in text[:begin].splitlines()].count(source.strip())
         if ONLY_ROOM.search(source):
             continue
         old = text[start:end]
         line = text.count("\n", 0, start) + 1
-        found.append(Change(path, line, start - begin + 1, source.strip(), start, end, old, new.format(old)))
+        found.append(Change(path, line, start - begin + 1, source.strip(), nth, start, end, old, new.format(old)))
     return sorted(found, key=lambda change: (change.start, change.new))
