@@ -243,7 +243,13 @@ TEST(CKrAssCtrlMemory, KeepsTheControl)
         { "CopyEvents",          either,         kept, [](CKrAssCtrl & control) { control.CopyEvents(Control()); } },
         { "GetCtrlTypeAsString", throwsMemory,   kept, [](CKrAssCtrl & control) { control.GetCtrlTypeAsString(); } },
         { "CtrlTypeToString",    throwsMemory,   kept, [](CKrAssCtrl &) { CKrAssCtrl::CtrlTypeToString(CKrAssCtrl::eEditCtrl); } },
-        { "in place",            takesNone,      kept, [](CKrAssCtrl & control) { control.SetCtrlType(a); control.SetUserCtrlType(b); control.SetTooltip(b); control.ClearEvents(); } },
+        { "in place",            takesNone,      kept, [](CKrAssCtrl & control)
+          {
+              control.SetCtrlType(a);
+              control.SetUserCtrlType(b);
+              control.SetTooltip(b);
+              control.ClearEvents();
+          } },
     });
     // clang-format on
 }
