@@ -106,6 +106,8 @@ TEST(Utf8, TakesReplacementCharactersForLoneSurrogates)
         { "DC00",             "EFBFBD"               },
         { "DFFF",             "EFBFBD"               },
         { "D83D0061",         "EFBFBD61"             },
+        { "D83DDBFF",         "EFBFBDEFBFBD"         },  // on either side of the second halves
+        { "D83DE000",         "EFBFBDEE8080"         },
         { "DE00D83D",         "EFBFBDEFBFBD"         },  // the wrong way round
         { "D83DD83DDE00",     "EFBFBDF09F9880"       },
         { "D83DDE00DE00",     "F09F9880EFBFBD"       },
