@@ -3,6 +3,7 @@
 
 #include <krcore/property/krpropertyold.h>
 
+#include <iterator>
 #include <utility>
 
 namespace kr::test
@@ -18,16 +19,18 @@ public:
     ~CountedPropertyOld() override
     {
         --s_living;
-        s_ended += GetName();
+        for (WCHAR const unit : GetName().View())
+            s_ended[s_endedLength++ % std::size(s_ended)] = unit; // memory may have run out
     }
 
     static int Living() { return s_living; }
     /// The names of those that ended since it was asked for last.
-    static CString TakeEnded() { return std::exchange(s_ended, CString()); }
+    static CString TakeEnded() { return CString(s_ended, static_cast<int>(std::exchange(s_endedLength, 0))); }
 
 private:
     static inline int s_living = 0;
-    static inline CString s_ended;
+    static inline WCHAR s_ended[64];
+    static inline std::size_t s_endedLength = 0;
 };
 
 } // namespace kr::test
