@@ -21,8 +21,6 @@ CKrPropMultiEditHelperBase::CKrPropMultiEditHelperBase(CKrPropMultiEditHelperBas
 
 CKrPropMultiEditHelperBase & CKrPropMultiEditHelperBase::operator=(CKrPropMultiEditHelperBase const & other)
 {
-    if (this == &other)
-        return *this;
     CKrPropMultiEditHelperBase copy(other); // all that can fail
     TakeSets(std::move(copy.m_mainSet), std::move(copy.m_referenceSet));
     m_spareSets.swap(copy.m_spareSets);

@@ -404,6 +404,31 @@ TEST_F(CKrPropMultiEditHelperTest, IsCopiedDeeplyWithItsListOfSets)
     EXPECT_EQ(Main().GetInt(), 7);
 }
 
+TEST_F(CKrPropMultiEditHelperTest, IsCopiedWithTheControlOfTheRootOfItsMainSet)
+{
+    Fill(1, 2, 2);
+    CKrPropertySet main(sets[0]);
+    main.GetRootProperty().SetCtrlType(CKrAssCtrl::ePasswordCtrl);
+    helper.SetMainPropertySet(main);
+    Open assigned;
+    assigned = helper;
+    EXPECT_EQ(assigned.GetMainPropertySet().GetRootProperty().GetCtrlType(), CKrAssCtrl::ePasswordCtrl);
+}
+
+TEST_F(CKrPropMultiEditHelperTest, StaysItselfWhenAssignedToItself)
+{
+    Fill(1, 2, 2);
+    ASSERT_TRUE(helper.PrepareEdit());
+    Open & same = helper;
+    helper = same;
+    EXPECT_EQ(Main().GetInt(), 1);
+    EXPECT_EQ(Varied(helper.GetMainPropertySet()), OLESTR("x"));
+    Main().SetInt(5);
+    Main().SetModified(true);
+    helper.Update();
+    EXPECT_EQ(X(sets[1]).GetInt(), 5);
+}
+
 TEST_F(CKrPropMultiEditHelperTest, ThrowsWhatACloneThrowsAsItIs)
 {
     Fill(1, 1, 1);
