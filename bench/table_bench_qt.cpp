@@ -1,5 +1,7 @@
-// The item model of Qt, where it is installed. It has no unique keys: columns are found by their number.
+// The item model and the hash table of Qt. The model has no unique keys: columns are found by their number.
+#include <QHash>
 #include <QStandardItemModel>
+#include <QString>
 
 #include <benchmark/benchmark.h>
 
@@ -74,5 +76,17 @@ void ReadRow(benchmark::State & state)
     state.SetComplexityN(state.range(0));
 }
 BENCHMARK(ReadRow)->Name("ReadRow/QStandardItemModel")->RangeMultiplier(10)->Range(10, 1000)->Complexity();
+
+void Find(benchmark::State & state)
+{
+    QHash<QString, int> places;
+    for (int column = 0; column < CountOf(state); ++column)
+        places.insert(QString("Width_#%1#").arg(column), column);
+    QString const key = QString("Width_#%1#").arg(CountOf(state) - 1);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(places.contains(key));
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(Find)->Name("FindColumn/QHash")->RangeMultiplier(10)->Range(10, 10000)->Complexity();
 
 } // namespace

@@ -102,29 +102,32 @@ void AppendTextsToStandard(benchmark::State & state)
     state.SetComplexityN(state.range(0));
 }
 
-// The process code page is 1252 while it lives.
-class WesternProcess
+// The process code page is the one that the row is run for while it lives.
+class ProcessOfRow
 {
 public:
-    WesternProcess() { setenv("LC_ALL", "de_DE.ISO-8859-1", 1); }
-    ~WesternProcess() { unsetenv("LC_ALL"); }
+    explicit ProcessOfRow(benchmark::State const & state)
+    {
+        setenv("LC_ALL", state.range(0) == 932 ? "ja_JP.SJIS" : "de_DE.ISO-8859-1", 1);
+    }
+    ~ProcessOfRow() { unsetenv("LC_ALL"); }
 };
 
 void EncodeCif(benchmark::State & state)
 {
-    WesternProcess const process;
-    std::u16string const text = SomeDrawingText();
+    ProcessOfRow const process(state);
+    std::u16string const text = SomeDrawingText(static_cast<int>(state.range(0)));
     std::u16string encoded(8 * text.size(), u'\0');
     for (auto _ : state)
         benchmark::DoNotOptimize(
             CKrCharFormatter::WcharNonNativeToCIF(text.c_str(), encoded.data(), static_cast<int>(encoded.size())));
 }
-BENCHMARK(EncodeCif)->Name("EncodeEscapes10KB/KrCore");
+BENCHMARK(EncodeCif)->Name("EncodeEscapes10KB/KrCore")->Arg(1252)->Arg(932);
 
 void DecodeCif(benchmark::State & state)
 {
-    WesternProcess const process;
-    std::u16string const text = SomeDrawingText();
+    ProcessOfRow const process(state);
+    std::u16string const text = SomeDrawingText(static_cast<int>(state.range(0)));
     std::u16string encoded(8 * text.size(), u'\0');
     CKrCharFormatter::WcharNonNativeToCIF(text.c_str(), encoded.data(), static_cast<int>(encoded.size()));
     std::u16string decoded(text.size() + 1, u'\0');
@@ -132,19 +135,20 @@ void DecodeCif(benchmark::State & state)
         benchmark::DoNotOptimize(
             CKrCharFormatter::WcharFromCIFMIF(encoded.c_str(), decoded.data(), static_cast<int>(decoded.size())));
 }
-BENCHMARK(DecodeCif)->Name("DecodeEscapes10KB/KrCore");
+BENCHMARK(DecodeCif)->Name("DecodeEscapes10KB/KrCore")->Arg(1252)->Arg(932);
 
 void EncodeRtf(benchmark::State & state)
 {
-    std::u16string const text = SomeDrawingText();
+    std::u16string const text = SomeDrawingText(static_cast<int>(state.range(0)));
     std::string encoded(8 * text.size(), '\0');
     for (auto _ : state)
     {
         int count = static_cast<int>(encoded.size());
-        benchmark::DoNotOptimize(CKrCharFormatter::WcharNonNativeToRTF(1252, text.c_str(), -1, encoded.data(), &count));
+        benchmark::DoNotOptimize(CKrCharFormatter::WcharNonNativeToRTF(static_cast<UINT>(state.range(0)), text.c_str(),
+                                                                       -1, encoded.data(), &count));
     }
 }
-BENCHMARK(EncodeRtf)->Name("EncodeRtf10KB/KrCore");
+BENCHMARK(EncodeRtf)->Name("EncodeRtf10KB/KrCore")->Arg(1252)->Arg(932);
 
 std::size_t CountOf(benchmark::State const & state) { return static_cast<std::size_t>(state.range(0)); }
 

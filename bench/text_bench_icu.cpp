@@ -17,10 +17,10 @@ namespace
 
 using Converter = std::unique_ptr<UConverter, decltype(&ucnv_close)>;
 
-Converter EscapingConverter()
+Converter EscapingConverter(std::int64_t codePage)
 {
     UErrorCode error = U_ZERO_ERROR;
-    Converter converter(ucnv_open("windows-1252", &error), &ucnv_close);
+    Converter converter(ucnv_open(codePage == 932 ? "windows-932" : "windows-1252", &error), &ucnv_close);
     ucnv_setFromUCallBack(converter.get(), UCNV_FROM_U_CALLBACK_ESCAPE, UCNV_ESCAPE_C, nullptr, nullptr, &error);
     if (U_FAILURE(error))
         throw std::runtime_error(u_errorName(error));
@@ -36,26 +36,26 @@ int Encode(UConverter * converter, std::u16string const & text, std::string & ro
 
 void EncodeEscapes(benchmark::State & state)
 {
-    Converter const converter = EscapingConverter();
-    std::u16string const text = SomeDrawingText();
+    Converter const converter = EscapingConverter(state.range(0));
+    std::u16string const text = SomeDrawingText(static_cast<int>(state.range(0)));
     std::string encoded(8 * text.size(), '\0');
     for (auto _ : state)
         benchmark::DoNotOptimize(Encode(converter.get(), text, encoded));
 }
-BENCHMARK(EncodeEscapes)->Name("EncodeEscapes10KB/ICU");
-BENCHMARK(EncodeEscapes)->Name("EncodeRtf10KB/ICU");
+BENCHMARK(EncodeEscapes)->Name("EncodeEscapes10KB/ICU")->Arg(1252)->Arg(932);
+BENCHMARK(EncodeEscapes)->Name("EncodeRtf10KB/ICU")->Arg(1252)->Arg(932);
 
 void DecodeEscapes(benchmark::State & state)
 {
-    std::u16string const text = SomeDrawingText();
+    std::u16string const text = SomeDrawingText(static_cast<int>(state.range(0)));
     std::string encoded(8 * text.size(), '\0');
-    Encode(EscapingConverter().get(), text, encoded);
+    Encode(EscapingConverter(state.range(0)).get(), text, encoded);
     for (char & unit : encoded)
         unit = static_cast<unsigned char>(unit) < 128 ? unit : 'u'; // it reads no others
     std::u16string decoded(text.size() + 1, u'\0');
     for (auto _ : state)
         benchmark::DoNotOptimize(u_unescape(encoded.c_str(), decoded.data(), static_cast<int>(decoded.size())));
 }
-BENCHMARK(DecodeEscapes)->Name("DecodeEscapes10KB/ICU");
+BENCHMARK(DecodeEscapes)->Name("DecodeEscapes10KB/ICU")->Arg(1252)->Arg(932);
 
 } // namespace

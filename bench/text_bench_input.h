@@ -70,12 +70,12 @@ inline std::string JoinedDoubles(std::size_t count)
     return Joined(texts);
 }
 
-/// 5,120 units: ASCII, the western letters of code page 1252 and, one in 16, units that it lacks.
-inline std::u16string SomeDrawingText()
+/// 5,120 units: ASCII, letters of the code page (1252 or 932) and, one in 16, units that it lacks.
+inline std::u16string SomeDrawingText(int codePage)
 {
     std::u16string text;
     while (text.size() < 5120)
-        text += u"Wand 24 cm, gr\u00FCn\u0141";
+        text += codePage == 932 ? u"\u58C1 24 cm, \u7DD1\u8272\u3067\u3059\u0141" : u"Wand 24 cm, gr\u00FCn\u0141";
     text.resize(5120);
     return text;
 }

@@ -106,7 +106,7 @@ std::string VectorRow::ToString() const
 
 VectorFile::VectorFile(std::string_view name)
 {
-    std::string const path = std::string(KR_TEST_VECTORS) + "/" + std::string(name);
+    std::string const path = std::string(KR_TEST_VECTORS "/").append(name);
     std::string content;
     try
     {
