@@ -274,8 +274,12 @@ def text_of_kr_variant(value):
 
 @marked
 def text_of_children(children):
-    """How many elements a vector has: of every standard library its first two pointers are begin and end."""
-    begin, end = list(pointers_in(children))[:2]
+    """How many there are: none where the pointer to them is null. Of every standard library's vector the first two pointers are begin
+    and end."""
+    holder = next(pointers_in(children))
+    if not holder:
+        return "0 children"
+    begin, end = list(pointers_in(holder.dereference()["m_nodes"]))[:2]
     size = begin.type.target().sizeof
     count, rest = divmod(int(end) - int(begin), size)
     if count < 0 or rest:

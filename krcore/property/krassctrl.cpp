@@ -47,8 +47,8 @@ CKrAssCtrl::~CKrAssCtrl() = default;
 bool CKrAssCtrl::operator==(CKrAssCtrl const & other) const
 {
     return this == &other ||
-           (m_type == other.m_type && m_userCtrlType == other.m_userCtrlType && m_visible == other.m_visible &&
-            m_enabled == other.m_enabled && m_tooltip == other.m_tooltip);
+           (m_type == other.m_type && GetUserCtrlType() == other.GetUserCtrlType() && m_visible == other.m_visible &&
+            m_enabled == other.m_enabled && GetTooltip() == other.GetTooltip());
 }
 
 CKrAssCtrl::ECtrlType CKrAssCtrl::CtrlTypeFromString(CString const & text)
@@ -61,28 +61,66 @@ CString CKrAssCtrl::CtrlTypeToString(ECtrlType type) { return kr::detail::WordOf
 void CKrAssCtrl::SetType(ECtrlType type)
 {
     m_type = type;
-    if (type != eUserDefinedCtrl)
-        m_userCtrlType.Empty();
+    if (type != eUserDefinedCtrl && m_details.Get())
+        m_details.Get()->userCtrlType.Empty();
 }
 
 void CKrAssCtrl::SetCtrlType(CString const & text)
 {
-    m_type = CtrlTypeFromString(text);
-    if (m_type == eNoCtrl && !text.IsEmpty())
-    {
-        m_type = eUserDefinedCtrl;
-        m_userCtrlType = text;
-    }
+    ECtrlType const type = CtrlTypeFromString(text);
+    if (type == eNoCtrl && !text.IsEmpty())
+        SetUserCtrlType(text);
+    else
+        m_type = type;
 }
 
 void CKrAssCtrl::SetUserCtrlType(CString const & text)
 {
-    m_userCtrlType = text;
+    if (text != GetUserCtrlType()) // most controls have none, and get none
+        m_details.Write([&text](Details & details) { details.userCtrlType = text; });
     if (!text.IsEmpty())
         m_type = eUserDefinedCtrl;
 }
 
 CString CKrAssCtrl::GetCtrlTypeAsString() const
 {
-    return m_type == eUserDefinedCtrl ? m_userCtrlType : CtrlTypeToString(m_type);
+    return m_type == eUserDefinedCtrl ? GetUserCtrlType() : CtrlTypeToString(m_type);
+}
+
+void CKrAssCtrl::SetTooltip(CString const & tooltip)
+{
+    if (tooltip != GetTooltip())
+        m_details.Write([&tooltip](Details & details) { details.tooltip = tooltip; });
+}
+
+void CKrAssCtrl::CreateSelectionList()
+{
+    m_details.Write([](Details & details) { details.selectionList.Create(); });
+}
+
+void CKrAssCtrl::ClearSelectionList() noexcept
+{
+    if (m_details.Get())
+        m_details.Get()->selectionList.Clear();
+}
+
+void CKrAssCtrl::SetSelectionList(std::vector<CKrVariant> const & values)
+{
+    m_details.Write([&values](Details & details) { details.selectionList.Create(values); });
+}
+
+void CKrAssCtrl::AddEvent(CKrEvent::EventType type, CKrEvent const & event)
+{
+    m_details.Write([type, &event](Details & details) { details.events.Add(type, event); });
+}
+
+void CKrAssCtrl::ClearEvents() noexcept
+{
+    if (m_details.Get())
+        m_details.Get()->events.Clear();
+}
+
+void CKrAssCtrl::CopyEvents(CKrAssCtrl const & other)
+{
+    m_details.Write([&other](Details & details) { details.events.CopyFrom(other.m_details.Read().events); });
 }

@@ -58,7 +58,7 @@ public:
     /// The type of the word; any other text is a user control type, empty text leaves no type. Deliberate: a known word leaves the user
     /// control type as it was.
     void SetCtrlType(CString const & text);
-    CString const & GetUserCtrlType() const noexcept { return m_userCtrlType; }
+    CString const & GetUserCtrlType() const noexcept { return m_details.Read().userCtrlType; }
     /// Text makes the type `eUserDefinedCtrl`, empty text leaves it alone.
     void SetUserCtrlType(CString const & text);
     /// The user control type of a user-defined control, the word of any other.
@@ -68,41 +68,47 @@ public:
     void SetVisible(bool visible) noexcept { m_visible = visible; }
     bool IsEnabled() const noexcept { return m_enabled; }
     void SetEnabled(bool enabled) noexcept { m_enabled = enabled; }
-    CString const & GetTooltip() const noexcept { return m_tooltip; }
-    void SetTooltip(CString const & tooltip) { m_tooltip = tooltip; }
+    CString const & GetTooltip() const noexcept { return m_details.Read().tooltip; }
+    void SetTooltip(CString const & tooltip);
     /// The client's pointer; never looked at, never freed.
     void * GetData() const noexcept { return m_data; }
     void PutData(void * data) noexcept { m_data = data; }
 
     /// A new empty list in place of any other.
-    void CreateSelectionList() { m_selectionList.Create(); }
+    void CreateSelectionList();
     /// Leaves no list.
-    void ClearSelectionList() noexcept { m_selectionList.Clear(); }
-    void SetSelectionList(std::vector<CKrVariant> const & values) { m_selectionList.Set(values); }
+    void ClearSelectionList() noexcept;
+    void SetSelectionList(std::vector<CKrVariant> const & values);
     /// The list itself, to be filled, or null; valid until it is replaced or cleared.
-    std::vector<CKrVariant> * GetSelectionList() noexcept { return m_selectionList.Get(); }
-    std::vector<CKrVariant> const * GetSelectionList() const noexcept { return m_selectionList.Get(); }
+    std::vector<CKrVariant> * GetSelectionList() noexcept { return m_details.Read().selectionList.Get(); }
+    std::vector<CKrVariant> const * GetSelectionList() const noexcept { return m_details.Read().selectionList.Get(); }
     /// Whether the user may enter a value that is not in the list.
     bool IsSelectionListEditable() const noexcept { return m_selectionListEditable; }
     void SetEditSelectionList(bool editable) noexcept { m_selectionListEditable = editable; }
 
     /// Stores a copy under that key, which need not be the event's own type, in place of an earlier one.
-    void AddEvent(CKrEvent::EventType type, CKrEvent const & event) { m_events.Add(type, event); }
+    void AddEvent(CKrEvent::EventType type, CKrEvent const & event);
     /// The stored event or null; valid until the events change.
-    CKrEvent const * GetEvent(CKrEvent::EventType type) const { return m_events.Find(type); }
-    bool HasEvents() const noexcept { return !m_events.IsEmpty(); }
-    void ClearEvents() noexcept { m_events.Clear(); }
+    CKrEvent const * GetEvent(CKrEvent::EventType type) const { return m_details.Read().events.Find(type); }
+    bool HasEvents() const noexcept { return !m_details.Read().events.IsEmpty(); }
+    void ClearEvents() noexcept;
     /// The events of `other` in place of its own. Deliberate: called with itself, it leaves none.
-    void CopyEvents(CKrAssCtrl const & other) { m_events.CopyFrom(other.m_events); }
+    void CopyEvents(CKrAssCtrl const & other);
 
 private:
+    /// What most controls do without.
+    struct Details
+    {
+        CString userCtrlType;
+        CString tooltip;
+        kr::detail::EventMap events;
+        kr::detail::SelectionList selectionList;
+    };
+
     ECtrlType m_type = eNoCtrl;
-    CString m_userCtrlType;
     bool m_visible = true;
     bool m_enabled = true;
-    CString m_tooltip;
-    kr::detail::EventMap m_events;
-    void * m_data = nullptr;
-    kr::detail::SelectionList m_selectionList;
     bool m_selectionListEditable = false;
+    void * m_data = nullptr;
+    kr::detail::SeldomPart<Details> m_details;
 };

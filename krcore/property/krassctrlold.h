@@ -75,7 +75,7 @@ public:
     // As in `CKrAssCtrl`.
     void CreateSelectionList() { m_selectionList.Create(); }
     void ClearSelectionList() noexcept { m_selectionList.Clear(); }
-    void SetSelectionList(std::vector<CKrVariant> const & values) { m_selectionList.Set(values); }
+    void SetSelectionList(std::vector<CKrVariant> const & values) { m_selectionList.Create(values); }
     std::vector<CKrVariant> * GetSelectionList() noexcept { return m_selectionList.Get(); }
     std::vector<CKrVariant> const * GetSelectionList() const noexcept { return m_selectionList.Get(); }
     bool IsSelectionListEditable() const noexcept { return m_selectionListEditable; }

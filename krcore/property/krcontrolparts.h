@@ -6,10 +6,59 @@
 
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace kr::detail
 {
+
+/// A part that few objects have, made when it is first needed. Copies are deep.
+template <class Part>
+class SeldomPart
+{
+public:
+    SeldomPart() noexcept = default;
+    SeldomPart(SeldomPart const & other) : m_part(other.m_part ? std::make_unique<Part>(*other.m_part) : nullptr) {}
+    SeldomPart & operator=(SeldomPart const & other)
+    {
+        if (this != &other)
+            *this = SeldomPart(other);
+        return *this;
+    }
+    SeldomPart(SeldomPart &&) noexcept = default;
+    SeldomPart & operator=(SeldomPart &&) noexcept = default;
+
+    /// Null where there is none.
+    Part * Get() const noexcept { return m_part.get(); }
+    /// As new where there is none.
+    Part const & Read() const
+    {
+        static Part const absent;
+        return m_part ? *m_part : absent;
+    }
+    /// Hands the part, or a new one, to `change`. If that throws, there is none where there was none.
+    template <class Change>
+    void Write(Change change)
+    {
+        std::unique_ptr<Part> made = m_part ? nullptr : std::make_unique<Part>();
+        change(made ? *made : *m_part);
+        if (made)
+            m_part = std::move(made);
+    }
+    /// A new one in place of any other.
+    template <class... Arguments>
+    void Create(Arguments const &... arguments)
+    {
+        m_part = std::make_unique<Part>(arguments...);
+    }
+    void Clear() noexcept { m_part.reset(); }
+
+private:
+    std::unique_ptr<Part> m_part;
+};
+
+/// A list of values that may be absent, which differs from an empty one.
+using SelectionList = SeldomPart<std::vector<CKrVariant>>;
 
 /// At most one event of each type, held by value.
 class EventMap
@@ -34,33 +83,6 @@ public:
 
 private:
     std::map<CKrEvent::EventType, CKrEvent> m_events;
-};
-
-/// A list of values that may be absent, which differs from an empty one. Copies are deep.
-class SelectionList
-{
-public:
-    SelectionList() = default;
-    SelectionList(SelectionList const & other)
-        : m_values(other.m_values ? std::make_unique<std::vector<CKrVariant>>(*other.m_values) : nullptr)
-    {
-    }
-    SelectionList & operator=(SelectionList const & other)
-    {
-        if (this != &other)
-            *this = SelectionList(other);
-        return *this;
-    }
-    SelectionList(SelectionList &&) noexcept = default;
-    SelectionList & operator=(SelectionList &&) noexcept = default;
-
-    void Create() { m_values = std::make_unique<std::vector<CKrVariant>>(); }
-    void Clear() noexcept { m_values.reset(); }
-    void Set(std::vector<CKrVariant> const & values) { m_values = std::make_unique<std::vector<CKrVariant>>(values); }
-    std::vector<CKrVariant> * Get() const noexcept { return m_values.get(); }
-
-private:
-    std::unique_ptr<std::vector<CKrVariant>> m_values;
 };
 
 /// The word of an enumerator. Tables of them are searched in order, without case.

@@ -2,13 +2,12 @@
 #include <krcore/property/krproperty.h>
 
 #include <krcore/foundation/krclass.h>
-#include <krcore/property/krnameindex.h> // for the destructor
 
 #include <utility>
 
 std::unique_ptr<CKrClass> CKrProperty::s_pCls;
 
-CKrProperty::CKrProperty() : m_itemCtrl(std::make_unique<CKrAssCtrl>(CKrAssCtrl::eEditCtrl)) {}
+CKrProperty::CKrProperty() : m_itemCtrl(CKrAssCtrl::eEditCtrl) {}
 
 CKrProperty::CKrProperty(CString const & name, CString const & description, bool enabled, bool visible)
     : CKrProperty(name, description, ePropString, enabled, visible)
@@ -16,9 +15,8 @@ CKrProperty::CKrProperty(CString const & name, CString const & description, bool
 }
 
 CKrProperty::CKrProperty(CString const & name, CString const & description, EPropType type, bool enabled, bool visible)
-    : CKrProperty(name, description, type, CKrVariant(), enabled, visible)
+    : CKrProperty(name, description, type, MakeDefaultValue(type), enabled, visible)
 {
-    SetDefaultValue();
 }
 
 CKrProperty::CKrProperty(CString const & name, CString const & description, EPropType type, CKrVariant const & value,
@@ -27,10 +25,10 @@ CKrProperty::CKrProperty(CString const & name, CString const & description, EPro
       m_description(description.IsEmpty() ? name : description),
       m_type(type),
       m_value(value),
-      m_itemCtrl(std::make_unique<CKrAssCtrl>(GetDefaultCtrlType(type)))
+      m_itemCtrl(GetDefaultCtrlType(type))
 {
-    m_itemCtrl->SetEnabled(enabled);
-    m_itemCtrl->SetVisible(visible);
+    m_itemCtrl.SetEnabled(enabled);
+    m_itemCtrl.SetVisible(visible);
 }
 
 CKrProperty::CKrProperty(CKrProperty const & other)
@@ -38,15 +36,14 @@ CKrProperty::CKrProperty(CKrProperty const & other)
       m_name(other.m_name),
       m_description(other.m_description),
       m_type(other.m_type),
-      m_value(other.m_value),
       m_needed(other.m_needed),
-      m_modified(other.m_modified)
+      m_modified(other.m_modified),
+      m_value(other.m_value),
+      m_itemCtrl(other.m_itemCtrl),
+      m_attributes(other.m_attributes)
 {
-    if (other.m_itemCtrl)
-        m_itemCtrl = std::make_unique<CKrAssCtrl>(*other.m_itemCtrl);
-    if (other.m_attributes)
-        m_attributes = std::make_unique<CKrAttrList>(*other.m_attributes);
-    TakeChildren(other.CloneChildren());
+    if (other.IsNode())
+        TakeChildren(other.CloneChildren());
 }
 
 CKrProperty & CKrProperty::operator=(CKrProperty const & other)
@@ -72,67 +69,36 @@ void CKrProperty::SetName(CString const & name)
 {
     m_name = name;
     if (m_parent)
-        m_parent->ForgetNames();
+        m_parent->m_children->ForgetNames();
 }
 
 void CKrProperty::SetAttribute(CString const & name, CKrVariant const & value)
 {
     if (name.IsEmpty())
         return;
-    auto made = m_attributes ? nullptr : std::make_unique<CKrAttrList>();
-    CKrAttrList & attributes = made ? *made : *m_attributes;
-    if (attributes.Includes(name))
-        attributes.SetValue(name, value);
-    else
-        attributes.AddAttr(CKrAttrData(name, value, CString()));
-    if (made)
-        m_attributes = std::move(made); // last: even an empty list counts when this node is copied
+    // An attribute that cannot be stored leaves no list: even an empty one counts when this node is copied.
+    m_attributes.Write(
+        [&name, &value](CKrAttrList & attributes)
+        {
+            if (attributes.Includes(name))
+                attributes.SetValue(name, value);
+            else
+                attributes.AddAttr(CKrAttrData(name, value, CString()));
+        });
 }
 
 CKrVariant CKrProperty::GetAttribute(CString const & name) const
 {
-    return HasAttribute(name) ? m_attributes->GetValue(name) : CKrVariant();
+    return HasAttribute(name) ? m_attributes.Get()->GetValue(name) : CKrVariant();
 }
 
-bool CKrProperty::HasAttribute(CString const & name) const { return m_attributes && m_attributes->Includes(name); }
+bool CKrProperty::HasAttribute(CString const & name) const
+{
+    return m_attributes.Get() && m_attributes.Get()->Includes(name);
+}
 
 void CKrProperty::RemoveAttribute(CString const & name)
 {
-    if (m_attributes)
-        m_attributes->ClearKey(name);
-}
-
-CKrAssCtrl::ECtrlType CKrProperty::GetCtrlType() const
-{
-    return m_itemCtrl ? m_itemCtrl->GetType() : CKrAssCtrl::eNoCtrl;
-}
-
-void CKrProperty::SetCtrlType(CKrAssCtrl::ECtrlType type)
-{
-    if (m_itemCtrl)
-        m_itemCtrl->SetType(type);
-}
-
-bool CKrProperty::IsEnabled() const { return m_itemCtrl && m_itemCtrl->IsEnabled(); }
-
-void CKrProperty::SetEnabled(bool enabled)
-{
-    if (m_itemCtrl)
-        m_itemCtrl->SetEnabled(enabled);
-}
-
-bool CKrProperty::IsVisible() const { return m_itemCtrl && m_itemCtrl->IsVisible(); }
-
-void CKrProperty::SetVisible(bool visible)
-{
-    if (m_itemCtrl)
-        m_itemCtrl->SetVisible(visible);
-}
-
-CString CKrProperty::GetTooltip() const { return m_itemCtrl ? m_itemCtrl->GetTooltip() : CString(); }
-
-void CKrProperty::SetTooltip(CString const & tooltip)
-{
-    if (m_itemCtrl)
-        m_itemCtrl->SetTooltip(tooltip);
+    if (m_attributes.Get())
+        m_attributes.Get()->ClearKey(name);
 }

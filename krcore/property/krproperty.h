@@ -6,6 +6,7 @@
 #include <krcore/foundation/krobject.h>
 #include <krcore/graphics/krcolor.h>
 #include <krcore/property/krassctrl.h>
+#include <krcore/property/krpropertychildren.h>
 #include <krcore/values/krattrlist.h>
 #include <krcore/values/krvariant.h>
 
@@ -16,10 +17,6 @@ namespace kr
 {
 template <class T>
 class visitor;
-}
-namespace kr::detail
-{
-class NameIndex;
 }
 
 /// One named, described, typed value with its flags, its control association, its attributes and an ordered list of sub-properties,
@@ -88,12 +85,18 @@ public:
     void InsertSubProperty(unsigned int index, CKrProperty * property);
     /// The first of that name, or null.
     CKrProperty * GetSubProperty(CString const & name) const;
-    /// The same. Where a wide node is asked for its names in their order, as in a walk through two alike nodes, the index that it is
-    /// expected at saves the search.
+    /// The same. Where a node is asked for its names in their order, as in a walk through two alike nodes, the index that it is expected at
+    /// saves the search.
     CKrProperty * GetSubProperty(CString const & name, unsigned int expectedIndex) const;
     /// Null past the end.
-    CKrProperty * GetSubPropertyAt(unsigned int index) const;
-    unsigned int GetSubPropertyCount() const noexcept;
+    CKrProperty * GetSubPropertyAt(unsigned int index) const
+    {
+        return index < GetSubPropertyCount() ? &m_children->GetAt(index) : nullptr;
+    }
+    unsigned int GetSubPropertyCount() const noexcept
+    {
+        return m_children ? static_cast<unsigned int>(m_children->GetCount()) : 0;
+    }
     /// The index of the first of that name, or -1.
     int FindSubPropertyIndex(CString const & name) const;
     /// Hands the first of that name to the caller, without a parent; null if there is none.
@@ -113,8 +116,8 @@ public:
     /// The index in the parent; 0 for a root.
     int GetPropertyIndex() const;
     bool IsRoot() const noexcept { return m_parent == nullptr; }
-    bool IsLeaf() const noexcept { return m_children.empty(); }
-    bool IsNode() const noexcept { return !m_children.empty(); }
+    bool IsLeaf() const noexcept { return GetSubPropertyCount() == 0; }
+    bool IsNode() const noexcept { return GetSubPropertyCount() != 0; }
     /// True for a root as well.
     bool IsFirstProperty() const;
     bool IsLastProperty() const;
@@ -198,23 +201,24 @@ public:
     bool HasAttribute(CString const & name) const;
     void RemoveAttribute(CString const & name);
 
-    // The control association. Where there is none, reading gives the zero and writing does nothing.
-    CKrAssCtrl * GetItemCtrl() const noexcept { return m_itemCtrl.get(); }
-    CKrAssCtrl::ECtrlType GetCtrlType() const;
-    void SetCtrlType(CKrAssCtrl::ECtrlType type);
+    // The control association.
+    /// Never null; valid as long as this node.
+    CKrAssCtrl * GetItemCtrl() const noexcept { return &m_itemCtrl; }
+    CKrAssCtrl::ECtrlType GetCtrlType() const { return m_itemCtrl.GetType(); }
+    void SetCtrlType(CKrAssCtrl::ECtrlType type) { m_itemCtrl.SetType(type); }
     void SetDefaultCtrlType() { SetCtrlType(GetDefaultCtrlType()); }
     CKrAssCtrl::ECtrlType GetDefaultCtrlType() const { return GetDefaultCtrlType(m_type); }
     /// `eEditCtrl` for any number without a control of its own.
     static CKrAssCtrl::ECtrlType GetDefaultCtrlType(EPropType type);
-    bool IsEnabled() const;
-    void SetEnabled(bool enabled);
-    bool IsVisible() const;
-    void SetVisible(bool visible);
-    CString GetTooltip() const;
-    void SetTooltip(CString const & tooltip);
+    bool IsEnabled() const { return m_itemCtrl.IsEnabled(); }
+    void SetEnabled(bool enabled) { m_itemCtrl.SetEnabled(enabled); }
+    bool IsVisible() const { return m_itemCtrl.IsVisible(); }
+    void SetVisible(bool visible) { m_itemCtrl.SetVisible(visible); }
+    CString GetTooltip() const { return m_itemCtrl.GetTooltip(); }
+    void SetTooltip(CString const & tooltip) { m_itemCtrl.SetTooltip(tooltip); }
 
     // Copying and comparing. Names are compared with case, values by the platform's comparison.
-    /// Takes all but the tree. Deliberate: control and attributes stay where the source has none.
+    /// Takes all but the tree. Deliberate: attributes stay where the source never had any.
     void Copy(CKrProperty const & source);
     /// The same, with clones of the source's sub-properties in place of its own. The parent stays.
     void DeepCopy(CKrProperty const & source);
@@ -235,11 +239,11 @@ public:
     static CString PropertyTypeToString(EPropType type);
 
 private:
-    using Children = std::vector<std::unique_ptr<CKrProperty>>;
+    using Children = std::unique_ptr<kr::detail::PropertyChildren>;
 
     friend class CKrPropertySet; // whose root takes over another's
 
-    // The only three that touch a parent link.
+    // The only ones that touch a parent link, with `DeleteSubProperties`.
     void Attach(std::size_t index, std::unique_ptr<CKrProperty> child);
     std::unique_ptr<CKrProperty> Detach(std::size_t index);
     void TakeChildren(Children children) noexcept;
@@ -247,24 +251,20 @@ private:
     Children CloneChildren() const;
     /// `DeepCopy` of a node that is given up for it.
     void TakeOver(CKrProperty && made) noexcept;
+    static CKrVariant MakeDefaultValue(EPropType type);
     void SetDateFromText(CString const & text, unsigned long flags);
     void StoreDate(double date);
-    void NoteSearched(std::size_t names) const noexcept;
-    void ForgetNames() noexcept;
     bool HoldsDate() const noexcept { return m_value.IsOleDateTime(); }
     bool IsNoDate() const noexcept;
 
     CString m_name;
     CString m_description;
     EPropType m_type = ePropNone;
-    CKrVariant m_value;
     bool m_needed = false;
     bool m_modified = false;
-    mutable unsigned int m_searched = 0; ///< names of children that were looked at without an index
+    CKrVariant m_value;
     CKrProperty * m_parent = nullptr;
-    Children m_children;
-    std::unique_ptr<CKrAssCtrl> m_itemCtrl;
-    std::unique_ptr<CKrAttrList> m_attributes;
-    mutable std::unique_ptr<kr::detail::NameIndex>
-        m_index; ///< of the children; made when a wide node is searched often
+    Children m_children; ///< null until there are any
+    mutable CKrAssCtrl m_itemCtrl;
+    kr::detail::SeldomPart<CKrAttrList> m_attributes;
 };

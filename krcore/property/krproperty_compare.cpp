@@ -1,18 +1,18 @@
 // Copying and comparing.
 #include <krcore/property/krproperty.h>
 
-#include <krcore/property/krnameindex.h>
-
 #include <utility>
 
 CKrProperty::Children CKrProperty::CloneChildren() const
 {
-    Children clones;
-    clones.reserve(m_children.size());
-    for (auto const & child : m_children)
+    if (IsLeaf())
+        return nullptr;
+    auto clones = std::make_unique<kr::detail::PropertyChildren>();
+    clones->Reserve(m_children->GetCount());
+    for (auto const & child : m_children->GetNodes())
     {
         if (std::unique_ptr<CKrProperty> clone{child->Clone()})
-            clones.push_back(std::move(clone));
+            clones->Insert(clones->GetCount(), std::move(clone));
     }
     return clones;
 }
@@ -21,8 +21,8 @@ void CKrProperty::TakeChildren(Children children) noexcept
 {
     DeleteSubProperties();
     m_children = std::move(children);
-    for (auto const & child : m_children)
-        child->m_parent = this;
+    for (unsigned int index = 0; index < GetSubPropertyCount(); ++index)
+        m_children->GetAt(index).m_parent = this;
 }
 
 void CKrProperty::TakeOver(CKrProperty && made) noexcept
@@ -34,9 +34,8 @@ void CKrProperty::TakeOver(CKrProperty && made) noexcept
     m_type = made.m_type;
     m_needed = made.m_needed;
     m_modified = made.m_modified;
-    if (made.m_itemCtrl)
-        m_itemCtrl = std::move(made.m_itemCtrl);
-    if (made.m_attributes)
+    m_itemCtrl = std::move(made.m_itemCtrl);
+    if (made.m_attributes.Get())
         m_attributes = std::move(made.m_attributes);
 }
 
@@ -44,17 +43,16 @@ void CKrProperty::Copy(CKrProperty const & source)
 {
     if (this == &source)
         return;
-    auto itemCtrl = source.m_itemCtrl ? std::make_unique<CKrAssCtrl>(*source.m_itemCtrl) : nullptr;
-    auto attributes = source.m_attributes ? std::make_unique<CKrAttrList>(*source.m_attributes) : nullptr;
+    CKrAssCtrl itemCtrl(source.m_itemCtrl);
+    kr::detail::SeldomPart<CKrAttrList> attributes(source.m_attributes);
     m_value = source.m_value;
     SetName(source.m_name);
     m_description = source.m_description;
     m_type = source.m_type;
     m_needed = source.m_needed;
     m_modified = source.m_modified;
-    if (itemCtrl)
-        m_itemCtrl = std::move(itemCtrl);
-    if (attributes)
+    m_itemCtrl = std::move(itemCtrl);
+    if (attributes.Get())
         m_attributes = std::move(attributes);
 }
 
@@ -72,9 +70,9 @@ bool CKrProperty::ChangeValue(CKrProperty const & other)
     if (m_name != other.m_name)
         return false;
     m_value = other.m_value;
-    for (unsigned int index = 0; index < m_children.size(); ++index)
+    for (unsigned int index = 0; index < GetSubPropertyCount(); ++index)
     {
-        CKrProperty & child = *m_children[index];
+        CKrProperty & child = m_children->GetAt(index);
         if (CKrProperty const * const counterpart = other.GetSubProperty(child.m_name, index))
             child.ChangeValue(*counterpart);
     }
@@ -93,9 +91,9 @@ bool CKrProperty::IsDeepEqual(CKrProperty const & other) const
         return true;
     if (!IsEqual(other))
         return false;
-    for (unsigned int index = 0; index < m_children.size(); ++index)
+    for (unsigned int index = 0; index < GetSubPropertyCount(); ++index)
     {
-        CKrProperty const & child = *m_children[index];
+        CKrProperty const & child = m_children->GetAt(index);
         CKrProperty const * const counterpart = other.GetSubProperty(child.m_name, index);
         if (!counterpart || !child.IsDeepEqual(*counterpart))
             return false;
@@ -107,8 +105,6 @@ bool CKrProperty::operator==(CKrProperty const & other) const
 {
     if (this == &other)
         return true;
-    bool const haveControls = m_itemCtrl && other.m_itemCtrl;
-    bool const haveNone = !m_itemCtrl && !other.m_itemCtrl;
     return IsEqual(other) && m_needed == other.m_needed && m_modified == other.m_modified &&
-           (haveNone || (haveControls && *m_itemCtrl == *other.m_itemCtrl));
+           m_itemCtrl == other.m_itemCtrl;
 }

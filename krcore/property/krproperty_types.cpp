@@ -98,6 +98,12 @@ CKrAssCtrl::ECtrlType CKrProperty::GetDefaultCtrlType(EPropType type)
     return row ? row->control : CKrAssCtrl::eEditCtrl;
 }
 
+CKrVariant CKrProperty::MakeDefaultValue(EPropType type)
+{
+    TypeRow const * const row = FindType(type);
+    return row ? DefaultValueOf(row->tag) : CKrVariant();
+}
+
 void CKrProperty::SetDefaultValue()
 {
     if (m_type == ePropNone)

@@ -6,7 +6,7 @@
 namespace
 {
 
-constexpr WCHAR defaultCategory[] = OLESTR("_KRPROPDEFCAT_");
+CString const s_defaultCategory(OLESTR("_KRPROPDEFCAT_"));
 
 std::unique_ptr<CKrProperty> MakeCategory(CString const & name, CString const & description, bool visible)
 {
@@ -29,14 +29,14 @@ void CKrPropertySet::TakeOver(CKrPropertySet && made) noexcept { m_root.TakeOver
 
 CKrPropertySet::~CKrPropertySet() = default;
 
-CString CKrPropertySet::ConvertCategoryName(CString const & name)
+CString const & CKrPropertySet::ConvertCategoryName(CString const & name)
 {
-    return name.IsEmpty() ? CString(defaultCategory) : name;
+    return name.IsEmpty() ? s_defaultCategory : name;
 }
 
 CKrProperty * CKrPropertySet::CreatePropCategory(CString const & name, CString const & description, bool visible)
 {
-    CString const effectiveName = ConvertCategoryName(name);
+    CString const & effectiveName = ConvertCategoryName(name);
     CKrProperty * category = m_root.GetSubProperty(effectiveName);
     if (!category)
     {
@@ -150,7 +150,7 @@ bool CKrPropertySet::InsertProperty(unsigned int index, CKrProperty * property, 
     if (!property)
         return false;
     std::unique_ptr<CKrProperty> owner(property); // until a category takes it
-    CString const name = ConvertCategoryName(category);
+    CString const & name = ConvertCategoryName(category);
     if (CKrProperty * const holder = m_root.GetSubProperty(name))
     {
         holder->InsertSubProperty(index, owner.release());

@@ -93,7 +93,7 @@ private:
 
     /// `=` from a set that is given up for it.
     void TakeOver(CKrPropertySet && made) noexcept;
-    static CString ConvertCategoryName(CString const & name);
+    static CString const & ConvertCategoryName(CString const & name);
     CKrProperty * CreatePropCategory(CString const & name, CString const & description, bool visible);
 
     CKrProperty m_root;

@@ -117,7 +117,7 @@ TEST(CKrPropertyMemory, KeepsTheTreeAndFreesTheNodeThatWasGiven)
         { "SetCtrlType",       takesNone,      kept, [](Tree & tree) { tree.root->SetCtrlType(CKrAssCtrl::eComboCtrl); } },
         { "Copy",              either,         kept, [](Tree & tree) { tree.root->Copy(Source()); } },
         { "DeepCopy",          either,         kept, [](Tree & tree) { tree.root->DeepCopy(Source()); } },
-        { "DeepCopy of a child", either,       kept, [](Tree & tree) { tree.root->DeepCopy(*tree.root->GetSubPropertyAt(1)); } },
+        { "DeepCopy of a child", throwsMemory, kept, [](Tree & tree) { tree.root->DeepCopy(*tree.root->GetSubPropertyAt(1)); } },
         { "=",                 either,         kept, [](Tree & tree) { *tree.root = Source(); } },
         { "ChangeValue",       throwsMemory,   kept, [](Tree & tree) { return tree.root->ChangeValue(given); } },
         { "copy",              either,         kept, [](Tree & tree) { CKrProperty const copy(*tree.root); } },
@@ -139,10 +139,10 @@ TEST(CKrPropertyMemory, LeavesNothingOfANode)
 {
     // clang-format off
     ExpectRows({
-        { "default",       throwsBadAlloc, kept, [](Nothing) { CKrProperty const made; } },
-        { "name",          either,         kept, [](Nothing) { CKrProperty const made(a, b, true, true); } },
-        { "type",          either,         kept, [](Nothing) { CKrProperty const made(a, b, CKrProperty::ePropString, true, true); } },
-        { "value",         either,         kept, [](Nothing) { CKrProperty const made(a, b, CKrProperty::ePropString, Text(), true, true); } },
+        { "default",       takesNone,      kept, [](Nothing) { CKrProperty const made; } },
+        { "name",          throwsMemory,   kept, [](Nothing) { CKrProperty const made(a, b, true, true); } },
+        { "type",          throwsMemory,   kept, [](Nothing) { CKrProperty const made(a, b, CKrProperty::ePropString, true, true); } },
+        { "value",         throwsMemory,   kept, [](Nothing) { CKrProperty const made(a, b, CKrProperty::ePropString, Text(), true, true); } },
         { "copy",          either,         kept, [](Nothing) { CKrProperty const copy(Source()); } },
         { "word of type",  throwsMemory,   kept, [](Nothing) { CKrProperty::PropertyTypeToString(CKrProperty::ePropInt); } },
         { "type of word",  takesNone,      kept, [](Nothing) { CKrProperty::PropertyTypeFromString(general); } },
@@ -243,12 +243,16 @@ TEST(CKrAssCtrlMemory, KeepsTheControl)
         { "CopyEvents",          either,         kept, [](CKrAssCtrl & control) { control.CopyEvents(Control()); } },
         { "GetCtrlTypeAsString", throwsMemory,   kept, [](CKrAssCtrl & control) { control.GetCtrlTypeAsString(); } },
         { "CtrlTypeToString",    throwsMemory,   kept, [](CKrAssCtrl &) { CKrAssCtrl::CtrlTypeToString(CKrAssCtrl::eEditCtrl); } },
+        { "SetCtrlType",         throwsBadAlloc, kept, [](CKrAssCtrl & control) { control.SetCtrlType(a); } },
+        { "SetUserCtrlType",     throwsBadAlloc, kept, [](CKrAssCtrl & control) { control.SetUserCtrlType(b); } },
+        { "SetTooltip",          throwsBadAlloc, kept, [](CKrAssCtrl & control) { control.SetTooltip(b); } },
         { "in place",            takesNone,      kept, [](CKrAssCtrl & control)
           {
-              control.SetCtrlType(a);
-              control.SetUserCtrlType(b);
-              control.SetTooltip(b);
+              control.SetCtrlType(none);
+              control.SetUserCtrlType(none);
+              control.SetTooltip(none);
               control.ClearEvents();
+              control.ClearSelectionList();
           } },
     });
     // clang-format on
@@ -310,19 +314,19 @@ TEST(CKrPropertySetMemory, KeepsTheSetAndFreesThePropertyThatWasGiven)
     ExpectRows(MakeSet, stateOf, std::vector<Row<CKrPropertySet>>{
         { "=",                         either,         kept,   [](CKrPropertySet & set) { set = OtherSet(); } },
         { "copy",                      either,         kept,   [](CKrPropertySet & set) { CKrPropertySet const copy(set); } },
-        { "empty",                     throwsBadAlloc, kept,   [](CKrPropertySet &) { CKrPropertySet const made; } },
+        { "empty",                     takesNone,      kept,   [](CKrPropertySet &) { CKrPropertySet const made; } },
         { "CreateCategory",            throwsBadAlloc, kept,   [](CKrPropertySet & set) { set.CreateCategory(a, b, true); } },
-        { "CreateCategory default",    either,         kept,   [](CKrPropertySet & set) { set.CreateCategory(none); } },
+        { "CreateCategory default",    throwsBadAlloc, kept,   [](CKrPropertySet & set) { set.CreateCategory(none); } },
         { "CreateProperty",            throwsBadAlloc, kept,   [](CKrPropertySet & set) { set.CreateProperty(a); } },
         { "CreateProperty name",       either,         kept,   [](CKrPropertySet & set) { set.CreateProperty(a, b); } },
         { "CreateProperty type",       either,         kept,   [](CKrPropertySet & set) { set.CreateProperty(a, CKrProperty::ePropString, general); } },
         { "AddProperty",               either,         kept,   [](CKrPropertySet & set) { set.AddProperty(new CountedProperty(b), general); } },
         { "AddProperty new category",  either,         kept,   [](CKrPropertySet & set) { set.AddProperty(new CountedProperty(b), none); } },
         { "InsertProperty",            either,         kept,   [](CKrPropertySet & set) { set.InsertProperty(0, new CountedProperty(b), general); } },
-        { "GetCategory default",       throwsMemory,   kept,   [](CKrPropertySet & set) { set.GetCategory(none); } },
-        { "GetProperty default",       throwsMemory,   kept,   [](CKrPropertySet & set) { set.GetProperty(a, none); } },
-        { "DeleteCategory default",    throwsMemory,   kept,   [](CKrPropertySet & set) { set.DeleteCategory(none); } },
-        { "DeleteProperty default",    throwsMemory,   kept,   [](CKrPropertySet & set) { set.DeleteProperty(a, none); } },
+        { "GetCategory default",       takesNone,      kept,   [](CKrPropertySet & set) { set.GetCategory(none); } },
+        { "GetProperty default",       takesNone,      kept,   [](CKrPropertySet & set) { set.GetProperty(a, none); } },
+        { "DeleteCategory default",    takesNone,      kept,   [](CKrPropertySet & set) { set.DeleteCategory(none); } },
+        { "DeleteProperty default",    takesNone,      kept,   [](CKrPropertySet & set) { set.DeleteProperty(a, none); } },
         { "MoveCategory",              takesNone,      kept,   [](CKrPropertySet & set) { return set.MoveCategory(general, 0); } },
         { "AlphabeticSortCategories",  throwsGuarded,  kept,   [](CKrPropertySet & set) { return set.AlphabeticSortCategories(); } },
         { "AlphabeticSortProperties",  throwsGuarded,  kept,   [](CKrPropertySet & set) { return set.AlphabeticSortProperties(general); } },

@@ -209,7 +209,7 @@ TEST(CKrAssCtrlSelectionList, MayBeSetToItself)
 TEST(CKrAssCtrlSelectionList, AssignedToItselfIsTheSameList)
 {
     kr::detail::SelectionList list, other;
-    list.Set({CKrVariant(1)});
+    list.Create(std::vector<CKrVariant>{CKrVariant(1)});
     std::vector<CKrVariant> const * const values = list.Get();
     kr::detail::SelectionList const & self = list;
     list = self;

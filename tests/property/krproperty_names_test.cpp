@@ -48,17 +48,26 @@ int IndexOf(CKrProperty const & node, CString const & name)
     return -1;
 }
 
-/// Asks for many names, often enough that a wide node makes its index, and compares the answers with the obvious ones.
+/// Asks for a name, wherever it is expected, and compares the answers with the obvious one.
+void ExpectFound(CKrProperty const & node, CString const & name)
+{
+    int const index = IndexOf(node, name);
+    CKrProperty * const found = node.GetSubPropertyAt(static_cast<unsigned int>(index));
+    ASSERT_EQ(node.FindSubPropertyIndex(name), index);
+    ASSERT_EQ(node.GetSubProperty(name), found);
+    for (unsigned int expected = 0; expected <= node.GetSubPropertyCount(); ++expected)
+        ASSERT_EQ(node.GetSubProperty(name, expected), found) << "expected at " << expected;
+}
+
+/// The same for many names, often enough that a wide node makes its index.
 void ExpectFound(CKrProperty const & node, unsigned int names)
 {
     for (int round = 0; round < 10; ++round)
     {
         for (unsigned int number = 0; number <= names; ++number)
         {
-            CString const name = Name(number);
-            int const index = IndexOf(node, name);
-            ASSERT_EQ(node.FindSubPropertyIndex(name), index) << "name " << number;
-            ASSERT_EQ(node.GetSubProperty(name), node.GetSubPropertyAt(static_cast<unsigned int>(index)));
+            SCOPED_TRACE(number);
+            ExpectFound(node, Name(number));
         }
     }
 }
@@ -187,14 +196,36 @@ TEST(CKrPropertyNames, AreFoundWhereTheyAreExpectedAndElsewhere)
 
 TEST(CKrPropertyNames, StandForTheFirstOfEqualOnesAlsoWhereAnotherIsExpected)
 {
+    for (unsigned int const count : {8u, 100u})
+    {
+        CKrProperty node;
+        AddNumbered(node, count);
+        node.AddSubProperty(new CKrProperty(Name(7), CString(), true, true));
+        for (int round = 0; round < 1000; ++round)
+            ASSERT_EQ(node.GetSubProperty(Name(7), count), node.GetSubPropertyAt(7));
+        delete node.RemoveSubProperty(Name(7));
+        for (int round = 0; round < 1000; ++round)
+            ASSERT_EQ(node.GetSubProperty(Name(7), count - 1), node.GetSubPropertyAt(count - 1));
+    }
+}
+
+TEST(CKrPropertyNames, OfAFewAreFoundInAnyOrderOfQuestions)
+{
+    // Of four children, of which two have one name, by all orders of six questions.
     CKrProperty node;
-    AddNumbered(node, 100);
-    node.AddSubProperty(new CKrProperty(Name(7), CString(), true, true));
-    for (int round = 0; round < 1000; ++round)
-        ASSERT_EQ(node.GetSubProperty(Name(7), 100), node.GetSubPropertyAt(7));
-    delete node.RemoveSubProperty(Name(7));
-    for (int round = 0; round < 1000; ++round)
-        ASSERT_EQ(node.GetSubProperty(Name(7), 99), node.GetSubPropertyAt(99));
+    for (unsigned int const number : {0u, 1u, 1u, 2u})
+        AddCounted(node, Name(number));
+    for (unsigned int questions = 0; questions < 4096; ++questions)
+    {
+        SCOPED_TRACE(questions);
+        for (unsigned int shift = 0; shift < 12; shift += 2)
+        {
+            CString const name = Name(questions >> shift & 3);
+            ASSERT_EQ(node.FindSubPropertyIndex(name), IndexOf(node, name));
+            ASSERT_EQ(node.GetSubProperty(Name(1), 2), node.GetSubPropertyAt(1));
+        }
+        node.ShiftSubProperty(0, 0); // what was learnt is forgotten
+    }
 }
 
 TEST(CKrPropertyNames, AreIndexedOnceAWideNodeIsSearchedOften)
@@ -251,13 +282,16 @@ TEST(CKrPropertyNames, AreForgottenWithEachChange)
     // clang-format on
     for (Row const & row : rows)
     {
-        SCOPED_TRACE(row.what);
-        CKrProperty node;
-        AddNumbered(node, 40);
-        ExpectFound(node, 41);
-        row.change(node);
-        ExpectFound(node, 41);
-        ExpectLinked(node);
+        for (unsigned int const count : {12u, 40u}) // without an index, and with one
+        {
+            SCOPED_TRACE(row.what);
+            CKrProperty node;
+            AddNumbered(node, count);
+            ExpectFound(node, 41);
+            row.change(node);
+            ExpectFound(node, 41);
+            ExpectLinked(node);
+        }
     }
     EXPECT_EQ(CountedProperty::Living(), 0);
 }
@@ -294,38 +328,42 @@ TEST(CKrPropertyNames, AreFoundAsByTheObviousSearchThroughAnyChanges)
     std::mt19937 random(20210315);
     auto const below = [&random](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };
     constexpr unsigned int names = 60;
-    CKrProperty node;
-    AddNumbered(node, 36);
-    for (int step = 0; step < 600; ++step)
+    for (unsigned int const width : {6u, 36u})
     {
-        SCOPED_TRACE(step);
-        unsigned int const count = node.GetSubPropertyCount();
-        CString const name = Name(below(names));
-        switch (below(6))
+        CKrProperty node;
+        AddNumbered(node, width);
+        for (int step = 0; step < 600; ++step)
         {
-        case 0:
-            AddCounted(node, name);
-            break;
-        case 1:
-            node.InsertSubProperty(below(count + 1), new CountedProperty(name));
-            break;
-        case 2:
-            if (count > 30) // stays around the width at which the index begins
-                node.DeleteSubProperty(name);
-            break;
-        case 3:
-            if (CKrProperty * const child = node.GetSubPropertyAt(below(count)))
-                child->SetName(name);
-            break;
-        case 4:
-            node.ShiftSubProperty(below(count), static_cast<int>(below(9)) - 4);
-            break;
-        default:
-            node.DeleteSubProperty(node.GetSubPropertyAt(count - 1)->GetName());
-            break;
+            SCOPED_TRACE(step);
+            unsigned int const count = node.GetSubPropertyCount();
+            CString const name = Name(below(names));
+            switch (below(6))
+            {
+            case 0:
+                AddCounted(node, name);
+                break;
+            case 1:
+                node.InsertSubProperty(below(count + 1), new CountedProperty(name));
+                break;
+            case 2:
+                if (count > width - 6) // stays around that width; around 32 the index begins
+                    node.DeleteSubProperty(name);
+                break;
+            case 3:
+                if (CKrProperty * const child = node.GetSubPropertyAt(below(count + 1)))
+                    child->SetName(name);
+                break;
+            case 4:
+                node.ShiftSubProperty(below(count + 1), static_cast<int>(below(9)) - 4);
+                break;
+            default:
+                if (CKrProperty const * const last = node.GetSubPropertyAt(count - 1))
+                    node.DeleteSubProperty(last->GetName());
+                break;
+            }
+            for (unsigned int number = 0; number < names; ++number)
+                ASSERT_NO_FATAL_FAILURE(ExpectFound(node, Name(number)));
         }
-        for (unsigned int number = 0; number < names; ++number)
-            ASSERT_EQ(node.FindSubPropertyIndex(Name(number)), IndexOf(node, Name(number)));
+        ExpectLinked(node);
     }
-    ExpectLinked(node);
 }

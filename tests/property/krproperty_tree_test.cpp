@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 #include <memory>
+#include <random>
 #include <vector>
 
 using kr::test::AddCounted;
@@ -315,6 +318,34 @@ TEST(CKrPropertySort, IsByDescriptionOrNameInTheOrderOfCodeUnits)
     EXPECT_EQ(tree.GetSubProperty(OLESTR("aa"))->GetDescription(), OLESTR(""));
     EXPECT_EQ(CountedProperty::Living(), 10);
     ExpectLinked(tree);
+}
+
+TEST(CKrPropertySort, IsAsByComparingWholeKeysHoweverMuchOfThemIsTheSame)
+{
+    std::mt19937 random(20210315);
+    WCHAR const units[] = {0, 1, u'a', 0x7FFF, 0x8000, 0xFFFF};
+    for (int const startLength : {0, 1, 5, 40})
+    {
+        for (int round = 0; round < 50; ++round)
+        {
+            Tree tree({});
+            std::vector<CKrProperty *> expected;
+            for (int number = 0; number < 40; ++number)
+            {
+                CString key(u'p', startLength);
+                for (auto length = random() % 9; length > 0; --length)
+                    key.AppendChar(units[random() % std::size(units)]);
+                expected.push_back(AddCounted(tree, key));
+                expected.back()->SetDescription(key);
+            }
+            std::stable_sort(expected.begin(), expected.end(),
+                             [](CKrProperty const * left, CKrProperty const * right)
+                             { return left->GetName().Compare(right->GetName()) < 0; });
+            tree.SortByDescription(false);
+            for (unsigned int index = 0; index < expected.size(); ++index)
+                ASSERT_EQ(tree.GetSubPropertyAt(index), expected[index]) << startLength << ", " << round;
+        }
+    }
 }
 
 TEST(CKrPropertySort, KeepsTheOrderOfEqualKeys)
