@@ -11,9 +11,76 @@ namespace
 CString const s_variedMode(OLESTR("Kr.VariedMode"));
 constexpr WCHAR const * traceSource = OLESTR("krpropertyutils");
 
-bool IsMarked(CKrProperty const & property) { return property.GetAttribute(s_variedMode).IsValid(); }
+bool IsMarked(CKrProperty const & property)
+{
+    return property.HasAttribute(s_variedMode) && property.GetAttribute(s_variedMode).IsValid();
+}
 
 } // namespace
+
+/// The flagged nodes below a node of the main set, and those that lead to them. Most nodes are not flagged: the main set is looked
+/// through once, whatever the number of sets.
+class CKrPropMultiEditHelperBase::EditedNodes
+{
+public:
+    EditedNodes(CKrPropMultiEditHelperBase const & helper, CKrProperty const & main) : m_helper(helper)
+    {
+        Collect(main, 0);
+    }
+
+    void CarryTo(CKrProperty & target) const
+    {
+        if (!m_steps.empty())
+            Carry(0, target);
+    }
+
+private:
+    /// In the order of a walk, a node before those below it.
+    struct Step
+    {
+        CKrProperty const * node;
+        unsigned int index; ///< in its parent
+        std::size_t end;    ///< of the steps of its subtree
+    };
+
+    /// Whether there is a flagged node in the subtree.
+    bool Collect(CKrProperty const & node, unsigned int index)
+    {
+        std::size_t const step = m_steps.size();
+        bool isEdited = node.IsModified();
+        m_steps.push_back({&node, index, 0});
+        for (unsigned int childIndex = 0; childIndex < node.GetSubPropertyCount(); ++childIndex)
+        {
+            CKrProperty const & child = *node.GetSubPropertyAt(childIndex);
+            if (child.IsNode() || child.IsModified())
+                isEdited = Collect(child, childIndex) || isEdited;
+        }
+        if (isEdited)
+            m_steps[step].end = m_steps.size();
+        else
+            m_steps.pop_back(); // none of those below has stayed
+        return isEdited;
+    }
+
+    void Carry(std::size_t step, CKrProperty & target) const
+    {
+        CKrProperty const & main = *m_steps[step].node;
+        if (!main.IsRoot() && main.IsModified() && !main.HasEqualValue(target))
+        {
+            target.SetValue(main.GetValue());
+            target.SetModified(true);
+        }
+        for (std::size_t below = step + 1; below < m_steps[step].end; below = m_steps[below].end)
+        {
+            CKrProperty const & child = *m_steps[below].node;
+            if (CKrProperty * const counterpart = m_helper.FindCounterpart(child, m_steps[below].index, target))
+                Carry(below, *counterpart);
+        }
+    }
+
+    CKrPropMultiEditHelperBase const & m_helper;
+    std::vector<Step> m_steps;
+};
 
 CKrPropMultiEditHelperBase::CKrPropMultiEditHelperBase() = default;
 
@@ -55,9 +122,18 @@ bool CKrPropMultiEditHelperBase::PreparePropSet(CKrPropertySet const & set)
 
 bool CKrPropMultiEditHelperBase::UpdatePropSet(CKrPropertySet & set)
 {
+    CKrPropertySet * const one = &set;
+    return UpdatePropSets({&one, 1});
+}
+
+bool CKrPropMultiEditHelperBase::UpdatePropSets(std::span<CKrPropertySet * const> sets)
+{
     try
     {
-        return UpdateProperty(m_mainSet.GetRootProperty(), set.GetRootProperty());
+        EditedNodes const edited(*this, m_mainSet.GetRootProperty());
+        for (CKrPropertySet * const set : sets)
+            edited.CarryTo(set->GetRootProperty());
+        return true;
     }
     KR_CATCH_ALL("krpropertyutils", 196)
 }
@@ -83,19 +159,7 @@ bool CKrPropMultiEditHelperBase::PrepareProperty(CKrProperty & main, CKrProperty
 
 bool CKrPropMultiEditHelperBase::UpdateProperty(CKrProperty const & main, CKrProperty & target)
 {
-    if (!main.IsRoot() && main.IsModified() && !main.HasEqualValue(target))
-    {
-        target.SetValue(main.GetValue());
-        target.SetModified(true);
-    }
-    for (unsigned int index = 0; index < main.GetSubPropertyCount(); ++index)
-    {
-        CKrProperty const & child = *main.GetSubPropertyAt(index);
-        if (child.IsLeaf() && !child.IsModified())
-            continue; // most are, and need not be sought
-        if (CKrProperty * const counterpart = FindCounterpart(child, index, target))
-            UpdateProperty(child, *counterpart);
-    }
+    EditedNodes(*this, main).CarryTo(target);
     return true;
 }
 
@@ -147,7 +211,5 @@ bool CKrPropMultiEditHelper::PrepareEdit()
 bool CKrPropMultiEditHelper::Update()
 {
     CKrTrace::GetObjectW(true)->Trace(OLESTR("CKrPropMultiEditHelper::Update() called"), traceSource, 327);
-    for (CKrPropertySet * const set : m_sets)
-        UpdatePropSet(*set);
-    return true;
+    return UpdatePropSets(m_sets);
 }

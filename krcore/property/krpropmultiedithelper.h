@@ -4,6 +4,7 @@
 #include <krcore/export.h>
 #include <krcore/property/krpropertyset.h>
 
+#include <span>
 #include <vector>
 
 /// What the multi-edit helpers share: the main set that a grid shows and edits, how it is compared with each set, and how changes are
@@ -49,7 +50,11 @@ protected:
     void TakeSets(CKrPropertySet && mainSet, CKrPropertySet && referenceSet) noexcept;
 
 private:
+    class EditedNodes;
+    friend class CKrPropMultiEditHelper; // which updates many sets
+
     CKrProperty * FindCounterpart(CKrProperty const & child, unsigned int index, CKrProperty const & other) const;
+    bool UpdatePropSets(std::span<CKrPropertySet * const> sets);
 };
 
 /// Edits a list of sets at once.

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <vector>
 
 using kr::test::FailEachAllocation;
 
@@ -83,4 +84,49 @@ TEST(CKrPropMultiEditHelperMemory, HasNoWayBackForSetsAlreadyCarried)
         }
     }
     EXPECT_TRUE(stopped);
+}
+
+TEST(CKrPropMultiEditHelperMemory, CarriesAllToASetBeforeAnythingToTheNext)
+{
+    constexpr WCHAR const * names[] = {OLESTR("a"), OLESTR("b"), OLESTR("c")};
+    auto const fill = [&names](CKrPropertySet & set, CKrVariant const & value)
+    {
+        set.DeleteProperties();
+        for (WCHAR const * const name : names)
+            set.CreateProperty(name, s_category)->SetValue(value);
+    };
+    std::array<CKrPropertySet, 2> sets;
+    CKrPropMultiEditHelper helper({&sets[0], &sets[1]});
+    fill(helper.GetMainPropertySet(), CKrVariant(OLESTR("a text")));
+    for (WCHAR const * const name : names)
+        helper.GetMainPropertySet().GetProperty(name, s_category)->SetModified(true);
+    std::vector<bool> expected(6, false);
+    std::size_t carriedAtMost = 0;
+    for (std::size_t n = 1; carriedAtMost < 6; ++n)
+    {
+        for (CKrPropertySet & set : sets)
+            fill(set, CKrVariant(1));
+        try
+        {
+            kr::test::FailNthAllocation const fail(n);
+            helper.Update();
+        }
+        catch (CKrException const &)
+        {
+        }
+        catch (...) // where the trace line is written
+        {
+            kr::test::ExpectWantOfMemory();
+        }
+        std::vector<bool> carried;
+        for (CKrPropertySet const & set : sets)
+        {
+            for (WCHAR const * const name : names)
+                carried.push_back(set.GetProperty(name, s_category)->IsModified());
+        }
+        // One more than before at the most, and that is the next in order.
+        if (carriedAtMost < 6 && carried != expected)
+            expected[carriedAtMost++] = true;
+        ASSERT_EQ(carried, expected) << n;
+    }
 }

@@ -341,6 +341,48 @@ TEST_F(CKrPropMultiEditHelperTest, CarriesFlaggedValuesOnly)
     EXPECT_FALSE(helper.HasChanged()); // never set
 }
 
+TEST_F(CKrPropMultiEditHelperTest, CarriesWhatIsFlaggedOnAnyLevelAndNothingElse)
+{
+    // A property, two below it, and one below each of these; each may be flagged, by the bits of a number.
+    auto const fill = [](CKrPropertySet & set, int value)
+    {
+        set.DeleteProperties();
+        std::vector<CKrProperty *> nodes = {set.CreateProperty(OLESTR("x"), CKrProperty::ePropInt, s_category)};
+        for (std::size_t const parent : {0u, 0u, 1u, 2u})
+        {
+            CString name;
+            name.Format(OLESTR("n%d"), static_cast<int>(nodes.size()));
+            nodes.push_back(new CKrProperty(name, CString(), CKrProperty::ePropInt, CKrVariant(0), true, true));
+            nodes[parent]->AddSubProperty(nodes.back());
+        }
+        for (CKrProperty * const node : nodes)
+            node->SetInt(value);
+        return nodes;
+    };
+    for (bool const byPlace : {false, true})
+    {
+        for (unsigned int flags = 0; flags < 32; ++flags)
+        {
+            SCOPED_TRACE(flags);
+            std::vector<CKrProperty *> const first = fill(sets[0], 1), second = fill(sets[1], 2);
+            Open edit({&sets[0], &sets[1]});
+            edit.SetCommonStruct(byPlace);
+            std::vector<CKrProperty *> const main = fill(edit.GetMainPropertySet(), 7);
+            for (unsigned int index = 0; index < main.size(); ++index)
+                main[index]->SetModified((flags >> index & 1) != 0);
+            EXPECT_TRUE(edit.Update());
+            for (unsigned int index = 0; index < main.size(); ++index)
+            {
+                bool const isFlagged = main[index]->IsModified();
+                EXPECT_EQ(first[index]->GetInt(), isFlagged ? 7 : 1) << index;
+                EXPECT_EQ(second[index]->GetInt(), isFlagged ? 7 : 2) << index;
+                EXPECT_EQ(first[index]->IsModified(), isFlagged) << index;
+                EXPECT_EQ(second[index]->IsModified(), isFlagged) << index;
+            }
+        }
+    }
+}
+
 TEST_F(CKrPropMultiEditHelperTest, LeavesTheFlagOfATargetThatIsEqual)
 {
     Fill(1, 4, 4);
