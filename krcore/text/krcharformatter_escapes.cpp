@@ -3,9 +3,12 @@
 
 #include <krcore/text/krcharescapes.h>
 #include <krplatform/codepage/codepage.h>
+#include <krplatform/codepage/nativeunits.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <limits>
 #include <optional>
 
 namespace kr::detail
@@ -142,25 +145,25 @@ int CKrCharFormatter::WcharNonNativeToCIF(WCHAR const * source, WCHAR * destinat
     if (!source || (destination && count < 1))
         return 0;
     unsigned int const codePage = GetACP();
-    int produced = 0;
-    char bytes[2];
-    for (; *source != 0 && !(destination && produced == count - 1); ++source)
+    auto const room = static_cast<std::size_t>((destination ? count : std::numeric_limits<int>::max()) - 1);
+    std::size_t produced = 0;
+    for (;;)
     {
-        bool const isNative = kr::detail::NativeBytes(*source, codePage, bytes) > 0;
-        if (!isNative && destination && count - produced < kr::detail::cifLength + 1)
+        std::size_t const native = kr::detail::CountNativeUnits(codePage, source, room - produced);
+        if (destination)
+            std::copy_n(source, native, destination + produced);
+        produced += native;
+        source += native;
+        if (room - produced < kr::detail::cifLength || *source == 0)
             break;
         if (destination)
-        {
-            if (isNative)
-                destination[produced] = *source;
-            else
-                kr::detail::WriteCifEscape(*source, destination + produced);
-        }
-        produced += isNative ? 1 : kr::detail::cifLength;
+            kr::detail::WriteCifEscape(*source, destination + produced);
+        produced += kr::detail::cifLength;
+        ++source;
     }
     if (destination)
         destination[produced] = 0;
-    return produced + 1;
+    return static_cast<int>(produced) + 1;
 }
 
 int CKrCharFormatter::WcharNonNativeToRTF(unsigned int codePage, WCHAR const * source, int sourceCount,
