@@ -88,7 +88,7 @@ TEST(CStringConvert, ZerosInsideAreKept)
 TEST(CStringConvert, TextOfWiderUnitsBecomesSurrogatePairs)
 {
     EXPECT_EQ(CString(L"wall \u00E4\u20AC"), OLESTR("wall \u00E4\u20AC"));
-    EXPECT_EQ(CString(L"\U0001F600\U0010FFFF\U00010000"), OLESTR("\U0001F600\U0010FFFF\U00010000"));
+    EXPECT_EQ(CString(L"\uFFFF\U0001F600\U0010FFFF\U00010000"), OLESTR("\uFFFF\U0001F600\U0010FFFF\U00010000"));
     wchar_t const noCharacter[] = {static_cast<wchar_t>(0x110000), L'a', 0};
     EXPECT_EQ(CString(noCharacter), OLESTR("\uFFFDa"));
     EXPECT_EQ(CString(static_cast<wchar_t const *>(nullptr)), OLESTR(""));
