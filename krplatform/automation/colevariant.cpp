@@ -3,21 +3,32 @@
 #include <krplatform/automation/owned_variant.h>
 #include <krplatform/datetime/colecurrency.h>
 #include <krplatform/datetime/coledatetime.h>
-#include <krplatform/text/bstr.h>
+#include <krplatform/text/copybstr.h>
 
 using namespace kr::detail;
 
 namespace
 {
 
-VARIANT MakeText(WCHAR const * text, UINT length)
+VARIANT TextVariant(BSTR text)
 {
     VARIANT value{};
     value.vt = VT_BSTR;
-    value.bstrVal = text ? SysAllocStringLen(text, length) : nullptr;
-    if (text && !value.bstrVal)
-        AfxThrowMemoryException();
+    value.bstrVal = text;
     return value;
+}
+
+/// Takes over a text just made; null is want of memory.
+VARIANT NewTextVariant(BSTR text)
+{
+    if (!text)
+        AfxThrowMemoryException();
+    return TextVariant(text);
+}
+
+VARIANT MakeText(WCHAR const * text, UINT length)
+{
+    return text ? NewTextVariant(SysAllocStringLen(text, length)) : TextVariant(nullptr);
 }
 
 VARIANT MakeText(WCHAR const * text) { return MakeText(text, text ? static_cast<UINT>(TextView(text).size()) : 0); }
@@ -106,4 +117,13 @@ void COleVariant::Replace(VARIANT value)
     MoveVariant(*this, owner);
 }
 
-void COleVariant::CopyOwned(VARIANT const & source) { Check(VariantCopy(this, &source)); }
+void COleVariant::ReplaceByCopy(VARIANT const & source) { Check(VariantCopy(this, &source)); }
+
+VARIANT COleVariant::OwnedCopyOf(VARIANT const & source)
+{
+    if (source.vt == VT_BSTR)
+        return NewTextVariant(CopyText(source.bstrVal));
+    VARIANT copy{};
+    Check(VariantCopy(&copy, &source));
+    return copy;
+}

@@ -3,6 +3,7 @@
 
 #include <krplatform/automation/plain_tags.h>
 #include <krplatform/automation/variant.h>
+#include <krplatform/text/bstr.h>
 #include <krplatform/text/cstring.h>
 
 class COleCurrency;
@@ -22,10 +23,10 @@ class KRPLATFORM_API COleVariant : public VARIANT
 public:
     COleVariant() noexcept : VARIANT{} {}
     /// A text without text becomes an empty one; a tag that cannot be copied raises DISP_E_BADVARTYPE.
-    COleVariant(VARIANT const & source) : VARIANT{} { CopyFrom(source); }
+    COleVariant(VARIANT const & source) : VARIANT(CopyOf(source)) {}
     /// Null raises E_INVALIDARG.
     COleVariant(VARIANT const * source);
-    COleVariant(COleVariant const & source) : VARIANT{} { CopyFrom(source); }
+    COleVariant(COleVariant const & source) : VARIANT(CopyOf(source)) {}
     COleVariant(COleVariant && source) noexcept : VARIANT(source) { static_cast<VARIANT &>(source) = VARIANT{}; }
     /// VT_BSTR; a null pointer gives a null text.
     COleVariant(WCHAR const * text);
@@ -44,7 +45,9 @@ public:
     COleVariant(COleDateTime const & value) noexcept;
     ~COleVariant()
     {
-        if (!kr::detail::IsPlainTag(vt))
+        if (vt == VT_BSTR)
+            SysFreeString(bstrVal);
+        else if (!kr::detail::IsPlainTag(vt))
             VariantClear(this);
     }
 
@@ -115,8 +118,13 @@ private:
         if (kr::detail::IsPlainTag(vt) && kr::detail::IsPlainTag(source.vt))
             static_cast<VARIANT &>(*this) = source;
         else
-            CopyOwned(source);
+            ReplaceByCopy(source);
+    }
+    static VARIANT CopyOf(VARIANT const & source)
+    {
+        return kr::detail::IsPlainTag(source.vt) ? source : OwnedCopyOf(source);
     }
     void Replace(VARIANT value);
-    void CopyOwned(VARIANT const & source);
+    void ReplaceByCopy(VARIANT const & source);
+    static VARIANT OwnedCopyOf(VARIANT const & source);
 };

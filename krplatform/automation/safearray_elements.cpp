@@ -1,6 +1,7 @@
 #include <krplatform/automation/safearray_elements.h>
 
 #include <krplatform/text/bstr.h>
+#include <krplatform/text/copybstr.h>
 
 #include <algorithm>
 #include <cstring>
@@ -106,11 +107,6 @@ bool AreBoundsEqual(SAFEARRAY const * left, SAFEARRAY const * right)
 }
 
 } // namespace
-
-BSTR kr::detail::CopyText(BSTR text) noexcept
-{
-    return SysAllocStringByteLen(reinterpret_cast<char const *>(text), SysStringByteLen(text));
-}
 
 void kr::detail::ReleaseElements(ElementType const & type, void * elements, std::size_t count)
 {

@@ -60,9 +60,6 @@ constexpr ElementType const * FindElementType(int tag) noexcept
 /// The element type of an array.
 ElementType const & ElementTypeOf(SAFEARRAY const & array) noexcept;
 
-/// A new copy of a text, also of odd bytes; an empty one for null. Null when memory runs out.
-BSTR CopyText(BSTR text) noexcept;
-
 /// Releases what `count` elements own. Their bits stay.
 void ReleaseElements(ElementType const & type, void * elements, std::size_t count);
 

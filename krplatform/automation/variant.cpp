@@ -2,6 +2,7 @@
 #include <krplatform/automation/safearray.h>
 #include <krplatform/automation/safearray_elements.h>
 #include <krplatform/text/bstr.h>
+#include <krplatform/text/copybstr.h>
 
 #include <utility>
 

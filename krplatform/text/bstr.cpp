@@ -1,5 +1,6 @@
 // Automation text lies behind its length in bytes and ends in a zero unit.
 #include <krplatform/text/bstr.h>
+#include <krplatform/text/copybstr.h>
 #include <krplatform/text/textmemory.h>
 
 #include <cstring>
@@ -28,7 +29,9 @@ BSTR AllocateBytes(std::size_t byteLength)
         return nullptr;
     Header * const header = new (memory) Header{static_cast<std::uint32_t>(byteLength)};
     BSTR const text = reinterpret_cast<BSTR>(header + 1);
-    std::memset(reinterpret_cast<char *>(text) + byteLength, 0, size - sizeof(Header) - byteLength);
+    // the terminator, in front of which the last of an odd number of bytes is written over half a unit
+    text[byteLength / sizeof(OLECHAR)] = 0;
+    text[byteLength / sizeof(OLECHAR) + 1] = 0;
     return text;
 }
 
@@ -41,6 +44,8 @@ BSTR CopyOf(void const * source, std::size_t byteLength)
 }
 
 std::size_t LengthOf(OLECHAR const * text) { return text ? kr::detail::TextView(text).size() : 0; }
+
+UINT ByteLengthOf(BSTR text) { return text ? HeaderOf(text)->byteLength : 0; }
 
 } // namespace
 
@@ -74,6 +79,8 @@ void SysFreeString(BSTR text)
         kr::detail::FreeTextMemory(HeaderOf(text));
 }
 
-UINT SysStringLen(BSTR text) { return SysStringByteLen(text) / static_cast<UINT>(sizeof(OLECHAR)); }
+UINT SysStringLen(BSTR text) { return ByteLengthOf(text) / static_cast<UINT>(sizeof(OLECHAR)); }
 
-UINT SysStringByteLen(BSTR text) { return text ? HeaderOf(text)->byteLength : 0; }
+UINT SysStringByteLen(BSTR text) { return ByteLengthOf(text); }
+
+BSTR kr::detail::CopyText(BSTR text) noexcept { return CopyOf(text, ByteLengthOf(text)); }
