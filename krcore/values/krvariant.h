@@ -261,8 +261,8 @@ private:
     // convert.
     bool ConvertTypeImpl(int target, CKrVariant const * source);
     bool ConvertTypeLocaleImpl(int target, CKrVariant const * source);
-    bool ConvertUnder(LCID locale, int target, CKrVariant const & source);
-    static CKrVariant NumberOfBool(CKrVariant const & source) noexcept;
+    bool ConvertUnder(LCID locale, int target, VARIANT const & source);
+    static VARIANT NumberOfBool(VARIANT const & source) noexcept;
     static CString InvariantTextOf(DATE date);
 
     EType m_type;

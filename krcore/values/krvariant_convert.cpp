@@ -16,14 +16,24 @@ CKrVariant & CKrVariant::ConvertTypeLocale(EType type)
 }
 
 // A truth value is converted by way of the number 1 or 0, so that true is never minus one.
-CKrVariant CKrVariant::NumberOfBool(CKrVariant const & source) noexcept
+VARIANT CKrVariant::NumberOfBool(VARIANT const & source) noexcept
 {
-    return CKrVariant(static_cast<short>(source.boolVal == VARIANT_TRUE ? 1 : 0));
+    VARIANT number{};
+    number.vt = VT_I2;
+    number.iVal = source.boolVal == VARIANT_TRUE ? 1 : 0;
+    return number;
 }
 
 bool CKrVariant::ConvertTypeImpl(int target, CKrVariant const * source)
 {
-    return ConvertUnder(LOCALE_INVARIANT, target, source ? *source : *this);
+    if (!source)
+        source = this;
+    if (source->vt != VT_DATE || target != VT_BSTR)
+        return ConvertUnder(LOCALE_INVARIANT, target, *source);
+    // Deliberate: the date is that of this value, which for all callers is the source.
+    COleVariant::operator=(InvariantTextOf(date));
+    m_type = SwapType(vt);
+    return true;
 }
 
 bool CKrVariant::ConvertTypeLocaleImpl(int target, CKrVariant const * source)
@@ -31,23 +41,17 @@ bool CKrVariant::ConvertTypeLocaleImpl(int target, CKrVariant const * source)
     return ConvertUnder(LOCALE_USER_DEFAULT, target, source ? *source : *this);
 }
 
-bool CKrVariant::ConvertUnder(LCID locale, int target, CKrVariant const & source)
+bool CKrVariant::ConvertUnder(LCID locale, int target, VARIANT const & source)
 {
     if (&source == this && vt == target)
         return true;
     if (source.vt == VT_BOOL)
         return ConvertUnder(locale, target, NumberOfBool(source));
-    // Deliberate: the date is that of this value, which for all callers is the source.
-    if (locale == LOCALE_INVARIANT && source.vt == VT_DATE && target == VT_BSTR)
-        COleVariant::operator=(InvariantTextOf(date));
-    else
-    {
-        HRESULT const result = VariantChangeTypeEx(this, &source, locale, 0, static_cast<VARTYPE>(target));
-        if (result == E_OUTOFMEMORY)
-            AfxThrowMemoryException();
-        if (FAILED(result))
-            return false;
-    }
+    HRESULT const result = VariantChangeTypeEx(this, &source, locale, 0, static_cast<VARTYPE>(target));
+    if (result == E_OUTOFMEMORY)
+        AfxThrowMemoryException();
+    if (FAILED(result))
+        return false;
     m_type = SwapType(vt);
     return true;
 }

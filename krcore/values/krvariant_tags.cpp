@@ -1,6 +1,9 @@
 // The two mappings between the tags. They are not inverse of each other.
 #include <krcore/values/krvariant.h>
 
+#include <array>
+#include <cstddef>
+
 namespace
 {
 
@@ -72,16 +75,22 @@ constexpr VtOfTag s_vts[] = {
 };
 // clang-format on
 
+/// The tags by `vt`, first the plain ones and then those of arrays: every conversion asks for one.
+constexpr auto s_tagsByVt = []
+{
+    std::array<std::array<CKrVariant::EType, VT_BLOB + 1>, 2> tags{};
+    for (TagOfVt const & row : s_tags)
+        tags[(row.vt & VT_ARRAY) != 0][static_cast<std::size_t>(row.vt & ~VT_ARRAY)] = row.type;
+    return tags;
+}();
+
 } // namespace
 
 CKrVariant::EType CKrVariant::SwapType(int vt) noexcept
 {
-    for (TagOfVt const & row : s_tags)
-    {
-        if (row.vt == vt)
-            return row.type;
-    }
-    return eInvalid;
+    auto const & tags = s_tagsByVt[(vt & VT_ARRAY) != 0];
+    auto const element = static_cast<std::size_t>(vt & ~VT_ARRAY);
+    return element < tags.size() ? tags[element] : eInvalid;
 }
 
 int CKrVariant::SwapType(EType type) noexcept

@@ -2,6 +2,7 @@
 
 #include <krplatform/coerce/converter.h>
 
+#include <array>
 #include <cstddef>
 #include <iterator>
 
@@ -103,7 +104,7 @@ constexpr bool IsEveryTagInItsPlace()
 static_assert(IsEveryTagInItsPlace());
 static_assert(std::size(s_verdicts) == static_cast<std::size_t>(Kind::none));
 
-Kind KindOf(VARTYPE tag)
+constexpr Kind KindOf(VARTYPE tag)
 {
     if (tag < std::size(s_tags))
         return s_tags[tag].kind;
@@ -113,16 +114,36 @@ Kind KindOf(VARTYPE tag)
     return element == VT_UI1 ? Kind::bytes : Kind::array;
 }
 
-Verdict VerdictOn(Kind source, Kind target)
+constexpr Verdict VerdictOnKinds(VARTYPE source, VARTYPE target)
 {
-    if (source == Kind::none || target == Kind::none)
+    Kind const sourceKind = KindOf(source);
+    Kind const targetKind = KindOf(target);
+    if (sourceKind == Kind::none || targetKind == Kind::none)
         return bad;
-    return s_verdicts[static_cast<std::size_t>(source)][static_cast<std::size_t>(target)];
+    return s_verdicts[static_cast<std::size_t>(sourceKind)][static_cast<std::size_t>(targetKind)];
+}
+
+/// The verdicts on all pairs of scalars.
+constexpr auto s_verdictsOnTags = []
+{
+    std::array<std::array<Verdict, std::size(s_tags)>, std::size(s_tags)> verdicts{};
+    for (VARTYPE source = 0; source < verdicts.size(); ++source)
+    {
+        for (VARTYPE target = 0; target < verdicts.size(); ++target)
+            verdicts[source][target] = VerdictOnKinds(source, target);
+    }
+    return verdicts;
+}();
+
+Verdict VerdictOn(VARTYPE source, VARTYPE target)
+{
+    bool const areScalars = source < s_verdictsOnTags.size() && target < s_verdictsOnTags.size();
+    return areScalars ? s_verdictsOnTags[source][target] : VerdictOnKinds(source, target);
 }
 
 HRESULT CheckTypes(VARTYPE source, VARTYPE target)
 {
-    Verdict const verdict = VerdictOn(KindOf(source), KindOf(target));
+    Verdict const verdict = VerdictOn(source, target);
     if (verdict == bad)
         return DISP_E_BADVARTYPE;
     return verdict == no || (verdict == same && source != target) ? DISP_E_TYPEMISMATCH : S_OK;
@@ -138,7 +159,7 @@ HRESULT Convert(VARIANT const & source, VARTYPE target, LocaleFacts const * loca
 
 } // namespace
 
-bool ReadsLocale(VARTYPE source, VARTYPE target) { return VerdictOn(KindOf(source), KindOf(target)) == local; }
+bool ReadsLocale(VARTYPE source, VARTYPE target) { return VerdictOn(source, target) == local; }
 
 HRESULT Coerce(VARIANT & destination, VARIANT const & source, VARTYPE target, LocaleFacts const * locale)
 {
@@ -151,10 +172,14 @@ HRESULT Coerce(VARIANT & destination, VARIANT const & source, VARTYPE target, Lo
         return result;
     converted.vt = target;
     result = VariantClear(&destination);
-    if (SUCCEEDED(result))
-        destination = converted;
-    else
+    if (FAILED(result))
+    {
         VariantClear(&converted);
+        return result;
+    }
+    // Single fields: a whole variant that is read just after one of its fields was written waits for the memory.
+    destination.vt = target;
+    destination.llVal = converted.llVal;
     return result;
 }
 
