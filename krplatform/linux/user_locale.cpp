@@ -91,26 +91,6 @@ LocaleVariables ReadVariables() noexcept
     return variables;
 }
 
-struct KnownVariables
-{
-    EnvironmentSnapshot environment;
-    LocaleVariables variables;
-};
-
-constinit thread_local KnownVariables s_known;
-
-/// The variables, which are asked for at each conversion.
-LocaleVariables const & CurrentVariables() noexcept
-{
-    KnownVariables & known = *std::launder(&s_known); // the address, which costs a call, is asked for once
-    if (!known.environment.IsCurrent())
-    {
-        known.environment.Take();
-        known.variables = ReadVariables();
-    }
-    return known.variables;
-}
-
 /// The facts that a thread was given last, and for which names.
 struct LastAnswer
 {
@@ -128,13 +108,32 @@ struct LastAnswer
     }
 };
 
-constinit thread_local LastAnswer s_last;
+struct KnownLocale
+{
+    EnvironmentSnapshot environment;
+    LocaleVariables variables;
+    LastAnswer last;
+};
+
+constinit thread_local KnownLocale s_known;
+
+/// What the thread knows, with the variables of this moment; it is asked for at each conversion.
+KnownLocale & CurrentLocale() noexcept
+{
+    KnownLocale & known = *std::launder(&s_known); // the address, which costs a call, is asked for once
+    if (!known.environment.IsCurrent())
+    {
+        known.environment.Take();
+        known.variables = ReadVariables();
+    }
+    return known;
+}
 
 } // namespace
 
 char const * UserLocaleName(LocaleCategory category) noexcept
 {
-    LocaleVariables const & variables = CurrentVariables();
+    LocaleVariables const & variables = CurrentLocale().variables;
     switch (category)
     {
     case LocaleCategory::numbers:
@@ -150,19 +149,21 @@ char const * UserLocaleName(LocaleCategory category) noexcept
 
 LocaleFacts const & UserFacts()
 {
-    LocaleVariables const & variables = CurrentVariables();
+    KnownLocale & known = CurrentLocale();
+    LocaleVariables const & variables = known.variables;
+    LastAnswer & last = known.last;
     char const * const numbers = variables.Resolve(variables.numbers);
     char const * const dates = variables.Resolve(variables.dates);
     char const * const amounts = variables.Resolve(variables.amounts);
-    if (s_last.IsFor(numbers, dates, amounts))
-        return *s_last.facts;
+    if (last.IsFor(numbers, dates, amounts))
+        return *last.facts;
     LocaleFacts const & facts = CachedFacts(LocaleNames{
         LocaleNameOfEnvironment(numbers), LocaleNameOfEnvironment(dates), LocaleNameOfEnvironment(amounts)});
-    s_last.numbers.Take(numbers);
-    s_last.dates.Take(dates);
-    s_last.amounts.Take(amounts);
-    s_last.isOneVariable = numbers == dates && dates == amounts;
-    s_last.facts = &facts;
+    last.numbers.Take(numbers);
+    last.dates.Take(dates);
+    last.amounts.Take(amounts);
+    last.isOneVariable = numbers == dates && dates == amounts;
+    last.facts = &facts;
     return facts;
 }
 
