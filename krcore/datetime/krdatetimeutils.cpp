@@ -65,15 +65,22 @@ int LengthOfMonth(int year, int month)
     }
 }
 
-COleDateTime NewYear(int year) { return COleDateTime(year, 1, 1, 0, 0, 0); }
-
-// The weekday of 1 January, Monday as 0; 4 where there is no such date.
-int WeekdayOf(COleDateTime const & newYear)
+// 1 January of a year: its date, and its weekday with Monday as 0.
+struct NewYear
 {
-    constexpr int unknown = 4;
-    constexpr int ofDay0 = 5; // a Saturday
-    int const day = static_cast<int>(newYear.m_dt);
-    return newYear.GetStatus() == COleDateTime::valid ? (day % 7 + 7 + ofDay0) % 7 : unknown;
+    int date;
+    int weekday;
+};
+
+// The date 0 and a Friday for a year outside the calendar.
+NewYear NewYearOf(int year)
+{
+    if (year < 100 || year > 9999)
+        return {0, 4};
+    constexpr int daysBeforeZero = 693593; // from 1 January of the year 1, a Monday, to the date 0
+    int const before = year - 1;
+    int const days = 365 * before + before / 4 - before / 100 + before / 400;
+    return {days - daysBeforeZero, days % 7};
 }
 
 } // namespace
@@ -86,7 +93,7 @@ bool CKrDateTimeUtils::CalendarWeek(COleDateTime const & date, int & week) const
 
     UDATE fields;
     bool const isRead = date.GetAsUdate(fields);
-    int const weekday = WeekdayOf(NewYear(isRead ? fields.st.wYear : -1));
+    int const weekday = NewYearOf(isRead ? fields.st.wYear : -1).weekday;
     bool const firstWeekIsShort = weekday >= 4; // the year begins on a Friday, Saturday or Sunday
     int const place = (isRead ? fields.wDayOfYear : -1) + weekday;
     if (firstWeekIsShort && place <= 7)
@@ -111,12 +118,11 @@ bool CKrDateTimeUtils::DateOfCalendarWeek(int week, int year, COleDateTime & fir
 {
     if (week < 1 || week > 53)
         return false;
-    COleDateTime const newYear = NewYear(year);
-    int const weekday = WeekdayOf(newYear);
-    int const offset = 7 * week - weekday - (weekday < 4 ? 7 : 0);
+    NewYear const newYear = NewYearOf(year);
     // Whole days, so the dates grow evenly below 0 too.
-    first = COleDateTime(newYear.m_dt + offset);
-    last = COleDateTime(first.m_dt + 6);
+    int const monday = newYear.date + 7 * week - newYear.weekday - (newYear.weekday < 4 ? 7 : 0);
+    first = COleDateTime(static_cast<DATE>(monday));
+    last = COleDateTime(static_cast<DATE>(monday + 6));
     return true;
 }
 

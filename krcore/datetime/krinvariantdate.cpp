@@ -1,5 +1,9 @@
 #include <krcore/datetime/krinvariantdate.h>
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
 namespace kr::detail
 {
 
@@ -15,31 +19,35 @@ constexpr WCHAR dateMark = OLESTR('-');
 constexpr WCHAR timeMark = OLESTR(':');
 constexpr WCHAR blank = OLESTR(' ');
 
-/// Writes so many digits, and gives the place behind them.
-template <int digits>
-WCHAR * Put(int number, WCHAR * place)
+/// The two digits of the numbers below 100.
+constexpr auto pairs = []
 {
-    for (int digit = digits; digit-- > 0; number /= 10)
-        place[digit] = static_cast<WCHAR>(zero + number % 10);
-    return place + digits;
-}
+    std::array<std::array<WCHAR, 2>, 100> digits{};
+    for (int number = 0; number < 100; ++number)
+        digits[static_cast<std::size_t>(number)] = {static_cast<WCHAR>(zero + number / 10),
+                                                    static_cast<WCHAR>(zero + number % 10)};
+    return digits;
+}();
+
+/// Writes two digits, and gives the place behind them.
+WCHAR * Put(unsigned int number, WCHAR * place) { return std::copy_n(pairs[number].data(), 2, place); }
 
 WCHAR * PutDate(SYSTEMTIME const & fields, WCHAR * place)
 {
-    place = Put<4>(fields.wYear, place);
+    place = Put(fields.wYear % 100u, Put(fields.wYear / 100u, place));
     *place++ = dateMark;
-    place = Put<2>(fields.wMonth, place);
+    place = Put(fields.wMonth, place);
     *place++ = dateMark;
-    return Put<2>(fields.wDay, place);
+    return Put(fields.wDay, place);
 }
 
 WCHAR * PutTime(SYSTEMTIME const & fields, WCHAR * place)
 {
-    place = Put<2>(fields.wHour, place);
+    place = Put(fields.wHour, place);
     *place++ = timeMark;
-    place = Put<2>(fields.wMinute, place);
+    place = Put(fields.wMinute, place);
     *place++ = timeMark;
-    return Put<2>(fields.wSecond, place);
+    return Put(fields.wSecond, place);
 }
 
 WCHAR * PutBoth(SYSTEMTIME const & fields, WCHAR * place)

@@ -1,6 +1,7 @@
 #include <krplatform/coerce/calendar.h>
 
 #include <cmath>
+#include <cstdint>
 
 namespace kr::detail
 {
@@ -9,25 +10,43 @@ namespace
 {
 
 // Inside, days are counted from 1 March of the year 0, so that the leap day is the last of its year and of its cycle.
-constexpr int daysPerFourCenturies = 146097;
-constexpr int epochFromMarch = 693899; // 30 December 1899
+constexpr std::uint32_t daysPerFourCenturies = 146097; // as many as a century has quarters
+constexpr int epochFromMarch = 693899;                 // 30 December 1899
+constexpr int daysToNewYear = 306;
 constexpr double microsecond = 1e-6;
 constexpr double halfSecondInDays = 5.787037037037037e-6;
 
 /// Days from 1 March to the first of a month, March being 0.
 constexpr int DaysBeforeMonth(int monthFromMarch) { return (153 * monthFromMarch + 2) / 5; }
 
-void SetCivilDay(int dayNumber, CalendarFields & fields)
+/// Sets year, month and day, and gives the day counted from 1 March, which is 0.
+///
+/// Centuries and years are of one length in quarters of a day. Divisions by the length of a year and of a month are multiplications:
+/// by 2^32 / 1461, the quotient above the 32 bits and the remainder in them, and by 2^16 * 5 / 153, likewise with 16 bits. All days of
+/// a century and of a year come out right so.
+int SetCivilDay(int dayNumber, CalendarFields & fields)
 {
-    int const days = dayNumber + epochFromMarch;
-    int const cycle = days / daysPerFourCenturies;
-    int const dayOfCycle = days % daysPerFourCenturies;
-    int const yearOfCycle = (dayOfCycle - dayOfCycle / 1460 + dayOfCycle / 36524 - dayOfCycle / 146096) / 365;
-    int const dayFromMarch = dayOfCycle - (365 * yearOfCycle + yearOfCycle / 4 - yearOfCycle / 100);
-    int const monthFromMarch = (5 * dayFromMarch + 2) / 153;
-    fields.day = dayFromMarch - DaysBeforeMonth(monthFromMarch) + 1;
-    fields.month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
-    fields.year = cycle * 400 + yearOfCycle + (fields.month <= 2 ? 1 : 0);
+    constexpr std::uint32_t yearScale = 2939745;
+    constexpr std::uint32_t monthScale = 2141;
+    constexpr std::uint32_t march = (3 << 16) + 1305;
+
+    std::uint32_t const quarters = 4 * static_cast<std::uint32_t>(dayNumber + epochFromMarch) + 3;
+    std::uint32_t const century = quarters / daysPerFourCenturies;
+    std::uint64_t const years = std::uint64_t{yearScale} * (quarters % daysPerFourCenturies | 3);
+    std::uint32_t const dayFromMarch = static_cast<std::uint32_t>(years) / yearScale / 4;
+    std::uint32_t const months = monthScale * dayFromMarch + march;
+    bool const isNextYear = dayFromMarch >= daysToNewYear;
+    fields.year = static_cast<int>(100 * century + (years >> 32) + isNextYear);
+    fields.month = static_cast<int>((months >> 16) - (isNextYear ? 12 : 0));
+    fields.day = static_cast<int>((months & 0xFFFF) / monthScale + 1);
+    return static_cast<int>(dayFromMarch);
+}
+
+int DayOfYear(int dayFromMarch, int year)
+{
+    constexpr int daysToMarch = 59;
+    return 1 + (dayFromMarch < daysToNewYear ? dayFromMarch + daysToMarch + IsLeapYear(year)
+                                             : dayFromMarch - daysToNewYear);
 }
 
 } // namespace
@@ -70,9 +89,9 @@ bool FieldsOfDate(double date, CalendarFields & fields) noexcept
         return false;
     if (isMidnightAfter)
         seconds = 0;
-    SetCivilDay(day, fields);
+    int const dayFromMarch = SetCivilDay(day, fields);
     fields.dayOfWeek = (day - firstDay + 5) % 7; // 1 January 100 was a Friday
-    fields.dayOfYear = day - DayNumber(fields.year, 1, 1) + 1;
+    fields.dayOfYear = DayOfYear(dayFromMarch, fields.year);
     if (isMidnightAfter)
         SetCivilDay(day + 1, fields);
     fields.hour = seconds / 3600;
