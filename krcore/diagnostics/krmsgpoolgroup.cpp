@@ -9,7 +9,7 @@ namespace kr::detail
 namespace
 {
 
-constexpr WCHAR noEntry[] = OLESTR("#NO_MSG_ENTRY#");
+constexpr TextView noEntry = OLESTR("#NO_MSG_ENTRY#");
 
 } // namespace
 
@@ -20,7 +20,7 @@ CKrMsgPoolGroup::CKrMsgPoolGroup(EMsgSource source, bool listedOnly, bool cache,
 
 bool CKrMsgPoolGroup::Add(unsigned int id, CString const & text)
 {
-    return m_messages.try_emplace(id, m_source == eMsgMemory ? text : CString(noEntry)).second;
+    return m_messages.try_emplace(id, m_source == eMsgMemory ? text : CString(noEntry.data())).second;
 }
 
 bool CKrMsgPoolGroup::Remove(unsigned int id) { return m_messages.erase(id) > 0; }
@@ -30,7 +30,7 @@ void CKrMsgPoolGroup::Clear() { m_messages.clear(); }
 bool CKrMsgPoolGroup::Find(unsigned int id, CString & text)
 {
     auto const place = m_messages.find(id);
-    if (place != m_messages.end() && place->second != noEntry)
+    if (place != m_messages.end() && place->second.View() != noEntry)
     {
         text = place->second;
         return true;

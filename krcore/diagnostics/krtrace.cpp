@@ -6,6 +6,7 @@
 #include <krplatform/system/environment.h>
 #include <krplatform/system/messagebox.h>
 #include <krplatform/system/textfile.h>
+#include <krplatform/text/textunits.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -19,7 +20,14 @@ namespace
 void AppendEncoded(CString const & text, std::string & line)
 {
     std::size_t const start = line.size();
-    line.resize(start + 2 * static_cast<std::size_t>(text.GetLength()));
+    std::size_t const length = text.View().size();
+    if (kr::detail::IsAscii(text.View()))
+    {
+        line.resize(start + length);
+        kr::detail::CopyAscii(line.data() + start, text.GetString(), length);
+        return;
+    }
+    line.resize(start + 2 * length);
     char * place = line.data() + start;
     for (WCHAR const character : text.View())
     {
@@ -42,6 +50,9 @@ void AppendTwoDigits(int number, std::string & line)
     line += static_cast<char>('0' + number / 10);
     line += static_cast<char>('0' + number % 10);
 }
+
+// What most names and numbers of lines take, the line end included.
+constexpr std::size_t locationRoom = 64;
 
 // Adds what stands before the text of a line with its location: "%H:%M:%S" in local time, then "-%-30s(%ld): \t".
 void AppendLocation(CString const & name, long number, std::string & line)
@@ -128,6 +139,7 @@ void CKrTrace::Trace(CString const & text, bool)
     if (!m_bOn)
         return;
     std::string encoded;
+    encoded.reserve(text.View().size() + 1);
     AppendEncoded(text, encoded);
     encoded += '\n';
     m_pStream->Write(encoded);
@@ -140,6 +152,7 @@ void CKrTrace::Trace(CString const & text, CString const & file, long line)
     int const last = file.ReverseFind(OLESTR('\\'));
     CString const name = last > 0 ? file.Mid(last + 1) : file;
     std::string encoded;
+    encoded.reserve(locationRoom + name.View().size() + text.View().size());
     AppendLocation(name, line, encoded);
     AppendEncoded(text, encoded);
     encoded += '\n';
