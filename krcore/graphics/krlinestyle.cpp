@@ -20,11 +20,22 @@ constexpr std::array lineWeights = {
 // clang-format on
 static_assert(lineWeights.size() == 24 && std::ranges::is_sorted(lineWeights));
 
+/// The weight of each number of hundredths: the first that is not below.
+constexpr auto weightsOfHundredths = []
+{
+    std::array<unsigned char, lineWeights.back() + 1> weights{};
+    for (int hundredths = 0; hundredths <= lineWeights.back(); ++hundredths)
+        weights[static_cast<std::size_t>(hundredths)] =
+            static_cast<unsigned char>(*std::ranges::lower_bound(lineWeights, hundredths));
+    return weights;
+}();
+
 int WeightOfWidth(double width)
 {
-    double const hundredths = std::trunc(width * hundredthsPerMillimetre);
-    auto const found = std::lower_bound(lineWeights.begin(), lineWeights.end(), hundredths);
-    return found == lineWeights.end() ? lineWeights.back() : *found;
+    double const hundredths = width * hundredthsPerMillimetre;
+    if (hundredths >= lineWeights.back())
+        return lineWeights.back();
+    return hundredths > 0 ? weightsOfHundredths[static_cast<std::size_t>(hundredths)] : 0;
 }
 
 template <class Measure>

@@ -1,6 +1,7 @@
 #include <krcore/table/krcolumnindex.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 
 namespace kr::detail
@@ -18,6 +19,27 @@ CString MakeColumnKey(CString const & name, int counter)
     *--place = OLESTR('#');
     *--place = OLESTR('_');
     return name + place;
+}
+
+std::size_t ColumnIndex::HashOf(View text) noexcept
+{
+    std::uint64_t hash = text.size();
+    auto const mix = [&hash](std::uint64_t units)
+    {
+        hash = (hash ^ units) * 0x9E3779B97F4A7C15;
+        hash ^= hash >> 32;
+    };
+    for (; text.size() >= 4; text.remove_prefix(4))
+    {
+        std::uint64_t units;
+        std::memcpy(&units, text.data(), sizeof units);
+        mix(units);
+    }
+    std::uint64_t rest = 0;
+    for (WCHAR const unit : text)
+        rest = rest << 16 | unit;
+    mix(rest);
+    return static_cast<std::size_t>(hash >> 32);
 }
 
 ColumnIndex::ColumnIndex(Columns const & columns) : m_changes(std::make_shared<std::size_t>(0))

@@ -3,6 +3,7 @@
 
 #include <krcore/table/krtablecolumn.h>
 
+#include <cstring>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -61,13 +62,22 @@ private:
     struct TextHash
     {
         using is_transparent = void;
-        std::size_t operator()(auto const & text) const noexcept { return std::hash<View>()(ViewOf(text)); }
+        std::size_t operator()(auto const & text) const noexcept { return HashOf(ViewOf(text)); }
     };
     struct TextEqual
     {
         using is_transparent = void;
-        bool operator()(auto const & left, auto const & right) const noexcept { return ViewOf(left) == ViewOf(right); }
+        bool operator()(auto const & left, auto const & right) const noexcept
+        {
+            return AreEqual(ViewOf(left), ViewOf(right));
+        }
     };
+    /// Four units at a time.
+    static std::size_t HashOf(View text) noexcept;
+    static bool AreEqual(View left, View right) noexcept
+    {
+        return left.size() == right.size() && std::memcmp(left.data(), right.data(), left.size() * sizeof(WCHAR)) == 0;
+    }
     template <class Value>
     using MapOfTexts = std::unordered_map<CString, Value, TextHash, TextEqual>;
 
