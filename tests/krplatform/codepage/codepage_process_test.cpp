@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <map>
 #include <optional>
+#include <vector>
 
 namespace kr::test
 {
@@ -136,6 +137,44 @@ TEST_F(ProcessCodePage, IsThatOfTheLanguageWithoutACodeset)
     {
         setenv("LC_ALL", row.locale, 1);
         EXPECT_EQ(GetACP(), row.codePage) << row.locale;
+    }
+}
+
+TEST_F(ProcessCodePage, IsThatOfTheScriptOfEachLanguage)
+{
+    struct Row
+    {
+        UINT codePage;
+        std::vector<char const *> languages;
+    };
+    // clang-format off
+    Row const rows[] = {
+        {   932, { "ja" } },
+        {   936, { "zh", "cmn_CN" } },
+        {   949, { "ko" } },
+        {   950, { "zh_TW", "zh_HK", "zh_MO", "yue", "nan", "cmn_TW" } },
+        {   874, { "th" } },
+        {  1250, { "bs", "cs", "csb", "hr", "hu", "pl", "ro", "sk", "sl", "sq", "szl", "tk", "sr@latin", "be@latin" } },
+        {  1251, { "ba", "be", "bg", "ce", "cv", "kk", "ky", "mhr", "mk", "mn", "os", "ru", "rue", "sah", "sr", "tg", "tt", "uk",
+                   "az@cyrillic", "bs@cyrillic", "uz@cyrillic" } },
+        {  1252, { "de", "en", "fr", "is", "sv" } },
+        {  1253, { "el" } },
+        {  1254, { "az", "crh", "ku", "tr", "uz", "tt@iqtelif" } },
+        {  1255, { "he", "iw", "yi" } },
+        {  1256, { "ar", "ckb", "fa", "ks", "pa_PK", "ps", "sd", "ug", "ur" } },
+        {  1257, { "et", "lt", "ltg", "lv", "sgs" } },
+        {  1258, { "vi" } },
+        { 65001, { "am", "as", "bn", "bo", "dv", "dz", "gu", "hi", "hy", "ka", "km", "kn", "kok", "lo", "mi", "ml", "mr", "mt", "my", "ne",
+                   "or", "pa", "sa", "si", "ta", "te", "ti", "ks@devanagari", "sd@devanagari" } },
+    };
+    // clang-format on
+    for (Row const & row : rows)
+    {
+        for (char const * const language : row.languages)
+        {
+            setenv("LC_ALL", language, 1);
+            EXPECT_EQ(GetACP(), row.codePage) << language;
+        }
     }
 }
 
