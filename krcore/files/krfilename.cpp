@@ -1,9 +1,12 @@
 // The four parts: taking them apart and putting them together.
 #include <krcore/files/krfilename.h>
 
-#include <algorithm>
-#include <span>
+#include <krplatform/text/joinedtext.h>
+#include <krplatform/text/textsearch.h>
 
+#include <algorithm>
+
+using kr::detail::JoinedText;
 using kr::detail::TextView;
 
 namespace
@@ -11,12 +14,26 @@ namespace
 
 CString TextOf(TextView view) { return {view.data(), static_cast<int>(view.size())}; }
 
-CString WithBackslashes(CString text)
+bool Holds(TextView text, WCHAR unit) { return kr::detail::FindUnit(text, unit, 0) != kr::detail::notFound; }
+
+/// A text with `\` for each `/`. Most names have none and are read where they are, as long as the given text lasts.
+class Backslashed
 {
-    if (text.Find(OLESTR('/')) >= 0) // most names have none, and finding is faster than counting
-        text.Replace(OLESTR('/'), OLESTR('\\'));
-    return text;
-}
+public:
+    explicit Backslashed(CString const & text) : m_view(text.View())
+    {
+        if (!Holds(m_view, OLESTR('/')))
+            return;
+        m_changed = text;
+        m_changed.Replace(OLESTR('/'), OLESTR('\\'));
+        m_view = m_changed.View();
+    }
+    TextView View() const { return m_view; }
+
+private:
+    CString m_changed;
+    TextView m_view;
+};
 
 TextView WithoutTrailingBackslashes(TextView text) { return text.substr(0, text.find_last_not_of(OLESTR('\\')) + 1); }
 
@@ -25,24 +42,21 @@ TextView WithoutLeadingBackslashes(TextView text)
     return text.substr(std::min(text.find_first_not_of(OLESTR('\\')), text.size()));
 }
 
-/// Whether there is a "\.\" or a double `\`.
-bool NeedsFolding(TextView dir)
-{
-    for (std::size_t index = 0; index + 1 < dir.size(); ++index)
-    {
-        if (dir[index] != OLESTR('\\'))
-            continue;
-        TextView const next = dir.substr(index + 1);
-        if (next.starts_with(OLESTR('\\')) || next.starts_with(OLESTR(".\\")))
-            return true;
-    }
-    return false;
-}
-
-/// Whether a joined dir is stored as it stands when it is read once more. Cleaning may have left what a setter would not.
+/// Whether a dir is stored as it stands when it is read once more: without ":", "/", "\.\", a double `\` or one at the end.
 bool ReadsBackAsItIs(TextView dir)
 {
-    return dir.find_first_of(OLESTR(":/")) == dir.npos && !dir.ends_with(OLESTR('\\')) && !NeedsFolding(dir);
+    for (std::size_t index = 0; index < dir.size(); ++index)
+    {
+        WCHAR const unit = dir[index];
+        if (unit > OLESTR('\\')) // which most are
+            continue;
+        if (unit == OLESTR(':') || unit == OLESTR('/'))
+            return false;
+        TextView const next = dir.substr(index + 1);
+        if (unit == OLESTR('\\') && (next.empty() || next.starts_with(OLESTR('\\')) || next.starts_with(OLESTR(".\\"))))
+            return false;
+    }
+    return true;
 }
 
 // The stored forms. `text` has no slashes any more.
@@ -52,37 +66,7 @@ CString StoredDrive(TextView text)
     return TextOf(text.starts_with(OLESTR('\\')) ? text : WithoutTrailingBackslashes(text));
 }
 
-CString StoredDir(TextView text)
-{
-    TextView const trimmed = WithoutTrailingBackslashes(text);
-    if (trimmed.empty())
-        return CString();
-    CString dir = trimmed.starts_with(OLESTR('\\')) ? TextOf(trimmed) : OLESTR('\\') + TextOf(trimmed);
-    if (NeedsFolding(dir.View()))
-    {
-        dir.Replace(OLESTR("\\.\\"), OLESTR("\\"));
-        dir.Replace(OLESTR("\\\\"), OLESTR("\\"));
-    }
-    return dir;
-}
-
 CString StoredExt(TextView text) { return TextOf(text.substr(text.rfind(OLESTR('.')) + 1)); }
-
-/// All pieces as one text.
-CString Joined(std::span<TextView const> pieces)
-{
-    std::size_t length = 0;
-    for (TextView const piece : pieces)
-        length += piece.size();
-    if (length == 0)
-        return CString();
-    CString text;
-    WCHAR * end = text.GetBuffer(static_cast<int>(length));
-    for (TextView const piece : pieces)
-        end = std::ranges::copy(piece, end).out;
-    text.ReleaseBufferSetLength(static_cast<int>(length));
-    return text;
-}
 
 } // namespace
 
@@ -90,7 +74,7 @@ CKrFileName::CKrFileName() = default;
 
 CKrFileName::CKrFileName(CString const & name, bool isPath)
 {
-    CString const text = WithBackslashes(name);
+    Backslashed const text(name);
     TextView const view = text.View();
     std::size_t const last = isPath ? view.size() : view.rfind(OLESTR('\\'));
     if (last != view.npos)
@@ -112,13 +96,13 @@ CKrFileName & CKrFileName::operator=(CKrFileName && other) noexcept = default;
 
 CKrFileName::~CKrFileName() = default;
 
-void CKrFileName::SetDrive(CString const & drive) { m_drive = StoredDrive(WithBackslashes(drive).View()); }
+void CKrFileName::SetDrive(CString const & drive) { m_drive = StoredDrive(Backslashed(drive).View()); }
 
-void CKrFileName::SetDir(CString const & dir) { m_dir = StoredDir(WithBackslashes(dir).View()); }
+void CKrFileName::SetDir(CString const & dir) { ReadDir(Backslashed(dir).View()); }
 
 void CKrFileName::SetBaseName(CString const & baseName)
 {
-    CString const text = WithBackslashes(baseName);
+    Backslashed const text(baseName);
     m_baseName = TextOf(WithoutLeadingBackslashes(WithoutTrailingBackslashes(text.View())));
 }
 
@@ -126,14 +110,14 @@ void CKrFileName::SetExt(CString const & ext) { m_ext = StoredExt(ext.View()); }
 
 void CKrFileName::SetName(CString const & name)
 {
-    CString const text = WithBackslashes(name);
+    Backslashed const text(name);
     ReadName(text.View().substr(text.View().rfind(OLESTR('\\')) + 1));
 }
 
 void CKrFileName::SetPath(CString const & path)
 {
     TextView const given = path.View();
-    CString const text = WithBackslashes(path);
+    Backslashed const text(path);
     ReadPath(text.View(), given.starts_with(OLESTR("\\\\")) || given.starts_with(OLESTR("//")));
 }
 
@@ -144,8 +128,25 @@ void CKrFileName::ReadPath(TextView path, bool isUnc)
     if (colon == path.npos && isUnc)
         colon = 1;
     CString drive = colon == path.npos ? CString() : StoredDrive(path.substr(0, colon));
-    m_dir = StoredDir(path.substr(colon + 1));
+    ReadDir(path.substr(colon + 1));
     m_drive.swap(drive);
+}
+
+/// Nothing changes when memory runs out.
+void CKrFileName::ReadDir(TextView text)
+{
+    TextView const trimmed = WithoutTrailingBackslashes(text);
+    bool const isLed = trimmed.empty() || trimmed.starts_with(OLESTR('\\'));
+    CString dir = isLed ? TextOf(trimmed) : OLESTR('\\') + TextOf(trimmed);
+    bool readsBack = ReadsBackAsItIs(dir.View());
+    if (!readsBack)
+    {
+        dir.Replace(OLESTR("\\.\\"), OLESTR("\\"));
+        dir.Replace(OLESTR("\\\\"), OLESTR("\\"));
+        readsBack = ReadsBackAsItIs(dir.View());
+    }
+    m_dir.swap(dir);
+    m_dirReadsBack = readsBack;
 }
 
 /// Nothing changes when memory runs out.
@@ -174,16 +175,19 @@ CKrFileName::Pieces CKrFileName::PiecesOf(bool trailing) const noexcept
 CString CKrFileName::GetName() const
 {
     Pieces const pieces = PiecesOf(false);
-    return Joined(std::span(pieces).last(3));
+    return JoinedText(std::span(pieces).last(3));
 }
 
 CString CKrFileName::GetPath(bool trailing) const
 {
     Pieces const pieces = PiecesOf(trailing);
-    return Joined(std::span(pieces).first(4));
+    return JoinedText(std::span(pieces).first(4));
 }
 
-CString CKrFileName::GetFullName(bool trailing) const { return Joined(PiecesOf(trailing || !m_baseName.IsEmpty())); }
+CString CKrFileName::GetFullName(bool trailing) const
+{
+    return JoinedText(PiecesOf(trailing || !m_baseName.IsEmpty()));
+}
 
 bool CKrFileName::IsRelativeToPath(CString const & base) const
 {
@@ -213,20 +217,15 @@ void CKrFileName::InsertPath(CString const & path) { SetPath(CKrFileName(path, t
 
 CKrFileName CKrFileName::operator+(CKrFileName const & right) const
 {
-    TextView const dirs[] = {m_dir.View(), right.m_dir.View()};
-    CString dir = Joined(dirs);
-    CKrFileName joined;
-    joined.m_baseName = right.m_baseName;
-    joined.m_ext = right.m_ext;
-    if (!dir.IsEmpty() && m_drive.Find(OLESTR(':')) < 0 && ReadsBackAsItIs(dir.View())) // and need not be read again
+    CKrFileName joined(right);
+    // Mostly the dirs put together need not be read again: each reads back as it is, and what meets makes no "\.\".
+    if (m_dirReadsBack && right.m_dirReadsBack && !(m_dir.IsEmpty() && right.m_dir.IsEmpty()) &&
+        !m_dir.View().ends_with(OLESTR("\\.")) && !Holds(m_drive.View(), OLESTR(':')))
     {
+        CString::Concatenate(joined.m_dir, m_dir, m_dir.GetLength(), right.m_dir, right.m_dir.GetLength());
         joined.m_drive = m_drive;
-        joined.m_dir.swap(dir);
     }
     else
-    {
-        joined.m_dir = right.m_dir;
         joined.InsertPath(GetPath(true));
-    }
     return joined;
 }

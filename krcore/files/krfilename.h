@@ -118,6 +118,7 @@ private:
 
     Pieces PiecesOf(bool trailing) const noexcept;
     void ReadPath(kr::detail::TextView path, bool isUnc);
+    void ReadDir(kr::detail::TextView text);
     void ReadName(kr::detail::TextView name);
     void ReplaceIn(kr::detail::TextView everywhere, kr::detail::TextView inNamesOnly, WCHAR replacement);
 
@@ -130,4 +131,5 @@ private:
     CString m_dir;
     CString m_baseName;
     CString m_ext;
+    bool m_dirReadsBack = true; ///< the dir is known to be stored as it stands when it is read once more
 };

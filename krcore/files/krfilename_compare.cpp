@@ -55,6 +55,7 @@ void CKrFileName::ReplaceIn(TextView everywhere, TextView inNamesOnly, WCHAR rep
         replaceAll(*part, everywhere);
     for (CString * const part : {&cleaned.m_baseName, &cleaned.m_ext})
         replaceAll(*part, inNamesOnly);
+    cleaned.m_dirReadsBack = false; // what is left may be what no setter stores
     *this = std::move(cleaned);
 }
 

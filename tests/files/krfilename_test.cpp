@@ -334,6 +334,16 @@ TEST(CKrFileName, AddsToWhatCleaningLeftBehindAsToAnyText)
     left.ReplaceInvalidChar(OLESTR('/'));
     ASSERT_EQ(left.GetDir(), OLESTR("\\a/b"));
     EXPECT_EQ((left + CKrFileName()).GetDir(), OLESTR("\\a\\b"));
+    EXPECT_EQ((CKrFileName() + left).GetDir(), OLESTR("\\a\\b"));
+    EXPECT_EQ((CKrFileName(left) + CKrFileName()).GetDir(), OLESTR("\\a\\b"));
+}
+
+TEST(CKrFileName, AddsWhatFoldsOnlyWhereTheDirsMeet)
+{
+    CKrFileName const left(OLESTR("C:\\a\\."), true);
+    CKrFileName const right(OLESTR("b\\c.txt"), false);
+    EXPECT_EQ((left + right).GetFullName(true), OLESTR("C:\\a\\b\\c.txt"));
+    EXPECT_EQ((left + CKrFileName()).GetDir(), OLESTR("\\a\\."));
 }
 
 TEST(CKrFileName, AddsAsThePathInsertedAsText)
