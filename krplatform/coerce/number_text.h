@@ -2,25 +2,31 @@
 #pragma once
 
 #include <krplatform/base/types.h>
+#include <krplatform/export.h>
+
+#include <cstddef>
 
 namespace kr::detail
 {
 
-/// A text of a number, written in place: the longest has 24 units.
+/// The units of the longest text of a number.
+constexpr std::size_t longestNumberText = 24;
+
+/// A text of a number, written in place.
 class NumberText
 {
 public:
+    /// `write` puts the text where it is told and gives the place behind it.
+    template <class Write>
+    explicit NumberText(Write write) : m_length(static_cast<std::size_t>(write(m_units) - m_units))
+    {
+    }
+
     TextView View() const { return {m_units, m_length}; }
 
-    void Add(WCHAR unit) { m_units[m_length++] = unit; }
-    void AddZeros(int count);
-    /// The digits of a number; with `places`, the last ones stand behind `decimalMark`.
-    void AddDigits(ULONGLONG number);
-    void AddDigits(ULONGLONG number, int places, WCHAR decimalMark);
-
 private:
-    WCHAR m_units[32];
-    UINT m_length = 0;
+    WCHAR m_units[longestNumberText];
+    std::size_t m_length;
 };
 
 NumberText IntegerText(LONGLONG number);
@@ -31,6 +37,8 @@ NumberText IntegerText(ULONGLONG number);
 /// two digits of exponent or three. Deliberate: 1/30 is 3.33333333333333E-02. Either zero is "0"; "inf", "-inf", "nan".
 NumberText RealText(double number, WCHAR decimalMark);
 NumberText RealText(float number, WCHAR decimalMark);
+/// The same, put to where there is room for the longest; gives the place behind it.
+KRPLATFORM_API WCHAR * WriteReal(double number, WCHAR decimalMark, WCHAR * destination);
 
 /// As many of the four places as needed, no grouping, no symbol.
 NumberText AmountText(LONGLONG tenThousandths, WCHAR decimalMark);

@@ -2,6 +2,7 @@
 
 #include <krplatform/coerce/powers_of_ten.h>
 
+#include <bit>
 #include <charconv>
 #include <cmath>
 
@@ -19,6 +20,12 @@ constexpr double s_largest = 1e18;
 
 std::uint64_t Power(int exponent) { return powersOfTen[static_cast<std::size_t>(exponent)]; }
 
+int DigitCount(std::uint64_t number)
+{
+    int const atLeast = static_cast<int>(std::bit_width(number)) * 1233 >> 12; // times log10(2): right, or one too low
+    return atLeast + (number >= Power(atLeast) ? 1 : 0);
+}
+
 /// Rounds the exact product, which is below 2^53; a half goes up.
 std::uint64_t RoundProduct(double magnitude, int exponentOfTen)
 {
@@ -30,17 +37,43 @@ std::uint64_t RoundProduct(double magnitude, int exponentOfTen)
     return static_cast<std::uint64_t>(whole) + (beyondHalf >= 0 ? 1 : 0);
 }
 
+/// Drops so many places where they are zeros. Compilers divide quickly by what they know.
+template <int count>
+void DropZeros(SignificantDigits & digits)
+{
+    constexpr std::uint64_t power = powersOfTen[count];
+    if (digits.places >= count && digits.units % power == 0)
+    {
+        digits.units /= power;
+        digits.places -= count;
+    }
+}
+
 SignificantDigits WithoutTrailingZeros(std::uint64_t units, int places, int exponent)
 {
-    for (int const step : {8, 4, 2, 1})
-    {
-        if (places >= step && units % Power(step) == 0)
-        {
-            units /= Power(step);
-            places -= step;
-        }
-    }
-    return {units, places, exponent};
+    SignificantDigits digits{units, places, exponent};
+    DropZeros<8>(digits);
+    DropZeros<4>(digits);
+    DropZeros<2>(digits);
+    DropZeros<1>(digits);
+    return digits;
+}
+
+/// What people enter is mostly the double nearest to a number of few places. Its digits are those of that number, since 15 digits
+/// live through being a double. False for all else.
+bool RoundFewPlaces(double magnitude, SignificantDigits & digits)
+{
+    constexpr int places = 6;
+    constexpr double scale = exactPowersOfTen[places];
+    constexpr double limit = exactPowersOfTen[15 - places];
+    if (!(magnitude < limit))
+        return false;
+    auto const units = static_cast<std::uint64_t>(magnitude * scale + 0.5);
+    if (units == 0 || static_cast<double>(units) / scale != magnitude)
+        return false;
+    int const behindFirst = DigitCount(units) - 1;
+    digits = WithoutTrailingZeros(units, behindFirst, behindFirst - places);
+    return true;
 }
 
 SignificantDigits RoundByProduct(double magnitude, int count)
@@ -109,7 +142,11 @@ SignificantDigits RoundToDigits(double magnitude, int count)
 
 } // namespace
 
-SignificantDigits RoundTo15Digits(double magnitude) { return RoundToDigits(magnitude, 15); }
+SignificantDigits RoundTo15Digits(double magnitude)
+{
+    SignificantDigits digits;
+    return RoundFewPlaces(magnitude, digits) ? digits : RoundToDigits(magnitude, 15);
+}
 
 SignificantDigits RoundTo7Digits(float magnitude) { return RoundToDigits(static_cast<double>(magnitude), 7); }
 

@@ -103,6 +103,20 @@ TEST(NumberTextExact, DecimalFractionsAsPeopleWriteThem)
     }
 }
 
+TEST(NumberTextExact, NumbersOfFewPlacesWithTheirNeighbours)
+{
+    // around a thousand million, and with six places and more, is where few places end
+    std::mt19937_64 random(s_seed);
+    for (int count = 0; count < 50'000; ++count)
+    {
+        double const denominator = std::pow(10.0, static_cast<double>(random() % 9));
+        double const numerator = static_cast<double>(random() % (std::uint64_t{1} << random() % 54));
+        ASSERT_NO_FATAL_FAILURE(CheckAround(numerator / denominator));
+    }
+    for (double const number : {0.000001, 0.0000005, 999999999.999999, 999999999.9999995, 1e9, 1000000000.000001})
+        ASSERT_NO_FATAL_FAILURE(CheckAround(number));
+}
+
 TEST(NumberTextExact, EveryPowerOfTenAndOfTwoWithItsNeighbours)
 {
     for (int exponent = -323; exponent <= 308; ++exponent)
