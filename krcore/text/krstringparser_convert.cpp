@@ -1,9 +1,8 @@
 // Cutting and joining.
 #include <krcore/text/krstringparser.h>
 
-#include <krplatform/automation/vartext.h>
 #include <krplatform/base/cexception.h>
-#include <krplatform/text/bstr.h>
+#include <krplatform/coerce/number_text.h>
 #include <krplatform/text/numbers.h>
 #include <krplatform/text/textsearch.h>
 
@@ -11,6 +10,7 @@
 #include <array>
 #include <bit>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -67,7 +67,7 @@ private:
 };
 
 template <class Item, class Read>
-bool SplitInto(CString const & text, CString const & separator, std::vector<Item> & items, Read read)
+bool SplitNumbers(CString const & text, CString const & separator, std::vector<Item> & items, Read read)
 {
     if (text.IsEmpty())
         return true;
@@ -75,6 +75,16 @@ bool SplitInto(CString const & text, CString const & separator, std::vector<Item
     ForEachPiece(text.View(), separator.View(), [&](TextView piece) { pieces.push_back(read(piece)); });
     items = std::move(pieces);
     return true;
+}
+
+// How many pieces there are.
+std::size_t CountPieces(TextView text, TextView separator)
+{
+    if (separator.size() == 1)
+        return kr::detail::CountUnit(text, separator.front()) + 1;
+    std::size_t count = 0;
+    ForEachPiece(text, separator, [&count](TextView) { ++count; });
+    return count;
 }
 
 // The length of a joined text, or the platform's failure for one that no text can have.
@@ -154,36 +164,71 @@ WCHAR * WriteInteger(int number, WCHAR * destination)
     return end;
 }
 
-// Appends the platform's text of a number; none where it has none.
-void AppendReal(CString & joined, double number)
+// Makes a text whose length is not known before, of pieces that are gathered in place, so that few of them need a larger block.
+class Gatherer
 {
-    BSTR text = nullptr;
-    if (VarBstrFromR8(number, LOCALE_INVARIANT, 0, &text) == E_OUTOFMEMORY)
-        AfxThrowMemoryException();
-    struct Release
+public:
+    Gatherer() = default;
+    Gatherer(Gatherer const &) = delete;
+    Gatherer & operator=(Gatherer const &) = delete;
+
+    void Add(TextView piece)
     {
-        BSTR text;
-        ~Release() { SysFreeString(text); }
-    } const release{text};
-    joined.Append(text, static_cast<int>(SysStringLen(text)));
-}
+        if (piece.size() == 1)
+            *MakeRoom(1)++ = piece.front(); // what most separators are, not worth a call
+        else
+        {
+            Flush();
+            m_text.Append(piece.data(), static_cast<int>(piece.size()));
+        }
+    }
+    void Add(double number)
+    {
+        WCHAR *& end = MakeRoom(kr::detail::longestNumberText);
+        end = kr::detail::WriteReal(number, OLESTR('.'), end);
+    }
+    CString Take()
+    {
+        Flush();
+        return std::move(m_text);
+    }
+
+private:
+    WCHAR *& MakeRoom(std::ptrdiff_t count)
+    {
+        if (std::end(m_units) - m_end < count)
+            Flush();
+        return m_end;
+    }
+    void Flush() { m_text.Append(m_units, static_cast<int>(std::exchange(m_end, m_units) - m_units)); }
+
+    CString m_text;
+    WCHAR m_units[512];
+    WCHAR * m_end = m_units;
+};
 
 } // namespace
 
 bool CKrStringParser::Split(CString const & text, CString const & separator, std::vector<CString> & items)
 {
-    return SplitInto(text, separator, items,
-                     [](TextView piece) { return CString(piece.data(), static_cast<int>(piece.size())); });
+    if (text.IsEmpty())
+        return true;
+    std::vector<CString> pieces;
+    pieces.reserve(CountPieces(text.View(), separator.View())); // to move texts takes longer than to count them
+    ForEachPiece(text.View(), separator.View(),
+                 [&](TextView piece) { pieces.emplace_back(piece.data(), static_cast<int>(piece.size())); });
+    items = std::move(pieces);
+    return true;
 }
 
 bool CKrStringParser::Split(CString const & text, CString const & separator, std::vector<double> & items)
 {
-    return SplitInto(text, separator, items, [](TextView piece) { return TerminatedPiece(piece).ReadDouble(); });
+    return SplitNumbers(text, separator, items, [](TextView piece) { return TerminatedPiece(piece).ReadDouble(); });
 }
 
 bool CKrStringParser::Split(CString const & text, CString const & separator, std::vector<int> & items)
 {
-    return SplitInto(text, separator, items, [](TextView piece) { return TerminatedPiece(piece).ReadInteger(); });
+    return SplitNumbers(text, separator, items, [](TextView piece) { return TerminatedPiece(piece).ReadInteger(); });
 }
 
 CString CKrStringParser::Join(CString const & separator, std::vector<CString> const & items)
@@ -195,14 +240,14 @@ CString CKrStringParser::Join(CString const & separator, std::vector<CString> co
 
 CString CKrStringParser::Join(CString const & separator, std::vector<double> const & items)
 {
-    CString joined;
+    Gatherer joined;
     for (std::size_t index = 0; index < items.size(); ++index)
     {
         if (index > 0)
-            joined += separator;
-        AppendReal(joined, items[index]);
+            joined.Add(separator.View());
+        joined.Add(items[index]);
     }
-    return joined;
+    return joined.Take();
 }
 
 CString CKrStringParser::Join(CString const & separator, std::vector<int> const & items)

@@ -102,7 +102,7 @@ CStringT<Char> & CStringT<Char>::Keep(TextView part)
     return *this;
 }
 
-/// `text` may lie inside this text, so the old block is given up last.
+/// `text` may lie inside this text, so the old block is given up last. A text that begins with an append mostly grows on.
 template <class Char>
 void CStringT<Char>::AppendView(TextView text)
 {
@@ -116,7 +116,7 @@ void CStringT<Char>::AppendView(TextView text)
         block->SetLength(length + text.size());
     }
     else
-        Adopt(NewBlock(View(), text, kr::detail::GrownCapacity(length)));
+        Adopt(NewBlock(View(), text, std::max(kr::detail::GrownCapacity(length), std::size_t{8})));
 }
 
 template <class Char>

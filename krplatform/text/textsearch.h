@@ -42,6 +42,24 @@ inline std::size_t FindUnit(std::basic_string_view<WCHAR> text, WCHAR unit, std:
     return notFound;
 }
 
+/// How many such units there are. Compilers turn the inner loop, whose steps are known, into one look at all eight.
+template <class Char>
+std::size_t CountUnit(std::basic_string_view<Char> text, Char unit) noexcept
+{
+    std::size_t count = 0;
+    std::size_t index = 0;
+    for (; index + 8 <= text.size(); index += 8)
+    {
+        unsigned found = 0;
+        for (std::size_t step = 0; step < 8; ++step)
+            found += text[index + step] == unit;
+        count += found;
+    }
+    for (; index < text.size(); ++index)
+        count += text[index] == unit;
+    return count;
+}
+
 /// The position of `part` at or behind `start`, or `notFound`. Empty text is found at any start up to the length.
 template <class Char>
 std::size_t FindText(std::basic_string_view<Char> text, std::basic_string_view<Char> part, std::size_t start) noexcept

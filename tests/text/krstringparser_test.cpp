@@ -178,6 +178,40 @@ TEST(CKrStringParser, JoinsIntegersOfEveryLength)
             }
 }
 
+TEST(CKrStringParser, JoinsAnyNumberOfDoublesWithAnySeparator)
+{
+    constexpr double numbers[] = {-1.5, 0.25, 1234.5, -1.23456789012345e-300, 7.0};
+    constexpr char const * texts[] = {"-1.5", "0.25", "1234.5", "-1.23456789012345E-300", "7"};
+    for (int const length : {0, 1, 2, 511, 512, 513, 2000})
+    {
+        SCOPED_TRACE(length);
+        CString const separator(OLESTR('/'), length);
+        std::vector<double> items;
+        std::string expected;
+        for (std::size_t index = 0; index < 300; ++index)
+        {
+            items.push_back(numbers[index % 5]);
+            expected += (index == 0 ? "" : Narrow(separator)) + texts[index % 5];
+            ASSERT_EQ(Narrow(CKrStringParser::Join(separator, items)), expected);
+        }
+    }
+}
+
+TEST(CKrStringParser, MakesTheListOfTextsInOneStep)
+{
+    for (WCHAR const * const separator : {OLESTR(";"), OLESTR("; ")})
+    {
+        CString text(OLESTR("a"));
+        for (std::size_t count = 1; count < 60; ++count, text += CString(separator) + CString(OLESTR('b'), 3))
+        {
+            std::vector<CString> items;
+            CKrStringParser::Split(text, separator, items);
+            EXPECT_EQ(items.size(), count);
+            EXPECT_EQ(items.capacity(), count);
+        }
+    }
+}
+
 TEST(CKrStringParser, StartsWithTheItemsOfItsArguments)
 {
     CKrStringParser const fresh;
