@@ -68,6 +68,18 @@ TEST(Bstr, HoldsAnOddNumberOfBytesWithAWholeZeroUnitBehind)
     SysFreeString(room);
 }
 
+TEST(Bstr, EndsInZerosAlsoWhereAnotherTextWas)
+{
+    BSTR const old = SysAllocStringLen(nullptr, 6);
+    std::fill_n(old, 6, OLESTR('x'));
+    SysFreeString(old);
+    BSTR const text = SysAllocStringByteLen("abcdefghi", 9);
+    char bytes[12];
+    std::memcpy(bytes, text, sizeof bytes);
+    EXPECT_EQ(std::string(bytes, 12), std::string("abcdefghi\0\0\0", 12));
+    SysFreeString(text);
+}
+
 TEST(Bstr, IsReplacedByTextThatMayLieInside)
 {
     BSTR text = SysAllocString(OLESTR("wallpaper"));
