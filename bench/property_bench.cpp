@@ -101,9 +101,26 @@ void UpdateEdited(benchmark::State & state)
         edited.Update(++value);
 }
 
+/// The walk of the peers, which call no visitor.
+int CountByIndex(CKrProperty const & node)
+{
+    int count = 1;
+    for (unsigned int index = 0; index < node.GetSubPropertyCount(); ++index)
+        count += CountByIndex(*node.GetSubPropertyAt(index));
+    return count;
+}
+
+void WalkByIndex(benchmark::State & state)
+{
+    CKrPropertySet const tree = MakeTree(Names<KrCore>(CountOf(state)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(CountByIndex(tree.GetRootProperty()));
+}
+
 bool RegisterRows()
 {
     RegisterTreeRows<KrCore>();
+    AddTreeRow("Walk", "KrCore by index", WalkByIndex);
     AddEditRow("PrepareEdit", "KrCore by name", PrepareEdit<false>);
     AddEditRow("PrepareEdit", "KrCore by position", PrepareEdit<true>);
     AddEditRow("UpdateEdited", "KrCore by name", UpdateEdited<false>);

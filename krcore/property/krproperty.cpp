@@ -22,8 +22,8 @@ CKrProperty::CKrProperty(CString const & name, CString const & description, EPro
 CKrProperty::CKrProperty(CString const & name, CString const & description, EPropType type, CKrVariant const & value,
                          bool enabled, bool visible)
     : m_name(name),
-      m_description(description.IsEmpty() ? name : description),
       m_type(type),
+      m_description(description.IsEmpty() ? name : description),
       m_value(value),
       m_itemCtrl(GetDefaultCtrlType(type))
 {
@@ -34,10 +34,10 @@ CKrProperty::CKrProperty(CString const & name, CString const & description, EPro
 CKrProperty::CKrProperty(CKrProperty const & other)
     : CKrObject(other),
       m_name(other.m_name),
-      m_description(other.m_description),
       m_type(other.m_type),
       m_needed(other.m_needed),
       m_modified(other.m_modified),
+      m_description(other.m_description),
       m_value(other.m_value),
       m_itemCtrl(other.m_itemCtrl),
       m_attributes(other.m_attributes)

@@ -249,6 +249,9 @@ private:
     void TakeChildren(Children children) noexcept;
 
     Children CloneChildren() const;
+    // `IsEqual` and `IsDeepEqual` of nodes that have one name.
+    bool HasEqualContent(CKrProperty const & other) const;
+    bool HasEqualTree(CKrProperty const & other) const;
     /// `DeepCopy` of a node that is given up for it.
     void TakeOver(CKrProperty && made) noexcept;
     static CKrVariant MakeDefaultValue(EPropType type);
@@ -257,14 +260,15 @@ private:
     bool HoldsDate() const noexcept { return m_value.IsOleDateTime(); }
     bool IsNoDate() const noexcept;
 
+    // First what walks, searches and looks for flags read, so that they touch one line of memory.
     CString m_name;
-    CString m_description;
+    Children m_children; ///< null until there are any
     EPropType m_type = ePropNone;
     bool m_needed = false;
     bool m_modified = false;
+    CString m_description;
     CKrVariant m_value;
     CKrProperty * m_parent = nullptr;
-    Children m_children; ///< null until there are any
     mutable CKrAssCtrl m_itemCtrl;
     kr::detail::SeldomPart<CKrAttrList> m_attributes;
 };

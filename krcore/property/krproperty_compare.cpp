@@ -3,19 +3,7 @@
 
 #include <utility>
 
-CKrProperty::Children CKrProperty::CloneChildren() const
-{
-    if (IsLeaf())
-        return nullptr;
-    auto clones = std::make_unique<kr::detail::PropertyChildren>();
-    clones->Reserve(m_children->GetCount());
-    for (auto const & child : m_children->GetNodes())
-    {
-        if (std::unique_ptr<CKrProperty> clone{child->Clone()})
-            clones->Insert(clones->GetCount(), std::move(clone));
-    }
-    return clones;
-}
+CKrProperty::Children CKrProperty::CloneChildren() const { return IsLeaf() ? nullptr : m_children->Clone(); }
 
 void CKrProperty::TakeChildren(Children children) noexcept
 {
@@ -81,21 +69,30 @@ bool CKrProperty::ChangeValue(CKrProperty const & other)
 
 bool CKrProperty::IsEqual(CKrProperty const & other) const
 {
-    return this == &other || (m_name == other.m_name && m_description == other.m_description &&
-                              m_type == other.m_type && m_value == other.m_value);
+    return this == &other || (m_name == other.m_name && HasEqualContent(other));
+}
+
+inline bool CKrProperty::HasEqualContent(CKrProperty const & other) const
+{
+    return m_description == other.m_description && m_type == other.m_type && m_value == other.m_value;
 }
 
 bool CKrProperty::IsDeepEqual(CKrProperty const & other) const
 {
+    return this == &other || (m_name == other.m_name && HasEqualTree(other));
+}
+
+bool CKrProperty::HasEqualTree(CKrProperty const & other) const
+{
     if (this == &other)
         return true;
-    if (!IsEqual(other))
+    if (!HasEqualContent(other))
         return false;
     for (unsigned int index = 0; index < GetSubPropertyCount(); ++index)
     {
         CKrProperty const & child = m_children->GetAt(index);
         CKrProperty const * const counterpart = other.GetSubProperty(child.m_name, index);
-        if (!counterpart || !child.IsDeepEqual(*counterpart))
+        if (!counterpart || !child.HasEqualTree(*counterpart))
             return false;
     }
     return true;

@@ -9,6 +9,18 @@
 namespace kr::detail
 {
 
+std::unique_ptr<PropertyChildren> PropertyChildren::Clone() const
+{
+    auto clones = std::make_unique<PropertyChildren>();
+    clones->m_nodes.reserve(m_nodes.size());
+    for (auto const & node : m_nodes)
+    {
+        if (std::unique_ptr<CKrProperty> clone{node->Clone()})
+            clones->m_nodes.push_back(std::move(clone));
+    }
+    return clones;
+}
+
 void PropertyChildren::Insert(std::size_t index, std::unique_ptr<CKrProperty> node)
 {
     bool const appended = index == m_nodes.size();
@@ -42,7 +54,7 @@ void PropertyChildren::ForgetNames() noexcept
     m_found = 0;
 }
 
-bool PropertyChildren::IsFirstOfName(std::size_t index, CString const & name) const noexcept
+inline bool PropertyChildren::IsFirstOfName(std::size_t index, CString const & name) const noexcept
 {
     bool const isFirst = index < m_countOfDistinct || (m_index && m_index->AreDistinct() && index < m_nodes.size());
     return isFirst && m_nodes[index]->GetName() == name;
@@ -58,6 +70,11 @@ int PropertyChildren::Find(CString const & name) const noexcept
     if (IsFirstOfName(m_found + 1, name))
         return static_cast<int>(++m_found);
     return Search(name);
+}
+
+int PropertyChildren::Find(CString const & name, std::size_t expected) const noexcept
+{
+    return IsFirstOfName(expected, name) ? static_cast<int>(expected) : Find(name);
 }
 
 int PropertyChildren::Search(CString const & name) const noexcept

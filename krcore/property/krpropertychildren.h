@@ -25,12 +25,10 @@ public:
     /// The index of the first of that name, or -1.
     int Find(CString const & name) const noexcept;
     /// The same, quickly where it is the expected one.
-    int Find(CString const & name, std::size_t expected) const noexcept
-    {
-        return IsFirstOfName(expected, name) ? static_cast<int>(expected) : Find(name);
-    }
+    int Find(CString const & name, std::size_t expected) const noexcept;
 
-    void Reserve(std::size_t count) { m_nodes.reserve(count); }
+    /// A clone of each node, in their order.
+    std::unique_ptr<PropertyChildren> Clone() const;
     /// Where memory runs out, the node is freed and all is as it was.
     void Insert(std::size_t index, std::unique_ptr<CKrProperty> node);
     std::unique_ptr<CKrProperty> Remove(std::size_t index) noexcept;
