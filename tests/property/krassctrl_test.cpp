@@ -174,6 +174,33 @@ TEST(CKrAssCtrlTypes, BecomeUserDefinedByTextAndStayForAnEmptyOne)
     EXPECT_EQ(control.GetCtrlTypeAsString(), OLESTR(""));
 }
 
+TEST(CKrAssCtrl, TakesNoMemoryForWhatItDoesWithout)
+{
+    std::size_t const before = kr::test::LiveAllocations();
+    CKrAssCtrl control(CKrAssCtrl::eEditCtrl);
+    control.SetTooltip(CString());
+    control.SetUserCtrlType(CString());
+    control.SetCtrlType(CString());
+    control.SetType(CKrAssCtrl::eComboCtrl);
+    control.SetEditSelectionList(true);
+    control.ClearSelectionList();
+    control.ClearEvents();
+    CKrAssCtrl const copy(control);
+    EXPECT_EQ(copy.GetTooltip(), OLESTR(""));
+    EXPECT_EQ(copy.GetEvent(Key(1)), nullptr);
+    EXPECT_EQ(kr::test::LiveAllocations(), before);
+}
+
+TEST(CKrAssCtrl, LosesItsTooltip)
+{
+    CKrAssCtrl control;
+    control.SetTooltip(OLESTR("tip"));
+    control.SetTooltip(control.GetTooltip());
+    EXPECT_EQ(control.GetTooltip(), OLESTR("tip"));
+    control.SetTooltip(CString());
+    EXPECT_EQ(control.GetTooltip(), OLESTR(""));
+}
+
 TEST(CKrAssCtrlSelectionList, IsAbsentEmptyOrFilled)
 {
     CKrAssCtrl control;

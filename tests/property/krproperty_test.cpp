@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <type_traits>
 
 namespace
@@ -38,6 +39,16 @@ TEST(CKrProperty, IsEmptyAndOfNoTypeByDefault)
     EXPECT_TRUE(property.IsVisible());
     EXPECT_TRUE(property.IsEnabled());
     EXPECT_EQ(property.GetTooltip(), OLESTR(""));
+}
+
+TEST(CKrProperty, TakesOnePieceOfMemory)
+{
+    CString const name = OLESTR("a");
+    std::size_t const before = kr::test::LiveAllocations();
+    auto const node = std::make_unique<CKrProperty>(name, name, CKrProperty::ePropDouble, true, true);
+    EXPECT_EQ(kr::test::LiveAllocations(), before + 1);
+    std::unique_ptr<CKrProperty> const clone(node->Clone());
+    EXPECT_EQ(kr::test::LiveAllocations(), before + 2);
 }
 
 TEST(CKrProperty, IsAnEmptyStringWithoutAType)
