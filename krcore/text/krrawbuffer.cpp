@@ -203,13 +203,6 @@ unsigned char const * CKrRawBuffer::ExpandBeside(void const * data, unsigned int
     return isOwn ? m_storage + offset : bytes;
 }
 
-void CKrRawBuffer::AppendBytes(void const * data, unsigned int length)
-{
-    void const * const bytes = HasRoomFor(length) ? data : ExpandBeside(data, length);
-    std::memmove(m_storage + m_length, bytes, length);
-    m_length += length;
-}
-
 void CKrRawBuffer::TerminateBlock()
 {
     if (!m_storage)

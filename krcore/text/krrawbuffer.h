@@ -4,6 +4,7 @@
 #include <krcore/export.h>
 
 #include <cstdint>
+#include <cstring>
 
 /// Owns a block of bytes and knows how many of them are content (the length) and how many there are (the size). New blocks are zero
 /// throughout. Want of memory, and a size that an `unsigned int` cannot hold, throw `CMemoryException *`; the buffer then stays as it was.
@@ -65,7 +66,13 @@ protected:
     /// Makes room for `length` more bytes, and gives the place of `data` afterwards, which may lie in this buffer.
     unsigned char const * ExpandBeside(void const * data, unsigned int length);
     /// Appends bytes, which may lie in this buffer.
-    void AppendBytes(void const * data, unsigned int length);
+    void AppendBytes(void const * data, unsigned int length)
+    {
+        void const * const bytes = HasRoomFor(length) ? data : ExpandBeside(data, length);
+        unsigned int const start = m_length;
+        std::memmove(m_storage + start, bytes, length);
+        m_length = start + length;
+    }
     /// Writes the zero byte behind the content, for which there must be room.
     void Terminate() noexcept { m_storage[m_length] = 0; }
     /// The same where there is a block at all, which grows if it is full.
