@@ -103,6 +103,15 @@ TEST(CKrCharBuffer, WritesOnlyTheTerminatorForNothing)
     buffer.SetLength(1);
     buffer.AddString(wideText, 0);
     EXPECT_EQ(Bytes(buffer, 99), "6100006400");
+    buffer.SetLength(0);
+    buffer.AddString(static_cast<WCHAR const *>(nullptr), 3);
+    EXPECT_EQ(Bytes(buffer, 99), "0000006400");
+    CKrCharBuffer empty;
+    empty.AddString(static_cast<char const *>(nullptr), 3);
+    empty.AddString("x", 0);
+    empty.AddString(static_cast<WCHAR const *>(nullptr), 3);
+    empty.AddString(wideText, 0);
+    EXPECT_EQ(empty.Get(), nullptr);
 }
 
 TEST(CKrCharBuffer, KeepsItsBlockWhenTextIsAssigned)
@@ -202,6 +211,20 @@ TEST(CKrWcharBuffer, AppendsCharactersAndOneByteOfATerminator)
     EXPECT_EQ(Bytes(buffer, 6), "111100110011");
     buffer.AddString(CKrWcharBuffer(wideText));
     EXPECT_EQ(Bytes(buffer, 8), "1111410142001111") << "without a terminator";
+}
+
+TEST(CKrWcharBuffer, WritesOnlyTheTerminatorForNothing)
+{
+    CKrWcharBuffer buffer(wideText);
+    buffer.SetLength(1);
+    buffer.AddString(static_cast<WCHAR const *>(nullptr), 3);
+    EXPECT_EQ(Bytes(buffer, 99), "410100000000") << "one zero byte, the low half of B's place";
+    CKrWcharBuffer empty;
+    empty.AddString(static_cast<char const *>(nullptr), 3);
+    empty.AddString("x", 0);
+    empty.AddString(static_cast<WCHAR const *>(nullptr), 3);
+    empty.AddString(wideText, 0);
+    EXPECT_EQ(empty.Get(), nullptr);
 }
 
 TEST(CKrWcharBuffer, CountsItsLengthsInCharacters)

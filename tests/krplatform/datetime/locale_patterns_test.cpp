@@ -19,6 +19,7 @@ TEST(PlatformPattern, BringsTheCollectionsPatternsToThePlatformsForms)
         { OLESTR("M/d/yy"),               "M/d/yyyy"             },     // years have four digits
         { OLESTR("d.M.y"),                "d.M.yyyy"             },
         { OLESTR("u-MM-dd"),              "yyyy-MM-dd"           },
+        { OLESTR("uuuuu/yyyyy"),          "yyyy/yyyy"            },
         { OLESTR("dd LLL y"),             "dd MMM yyyy"          },
         { OLESTR("d MMMMM y"),            "d MMMM yyyy"          },
         { OLESTR("h:mm:ss a"),            "h:mm:ss tt"           },
@@ -33,6 +34,7 @@ TEST(PlatformPattern, BringsTheCollectionsPatternsToThePlatformsForms)
         { OLESTR("HH:mm:ss"),             "HH:mm:ss"             },
         { OLESTR("d\u200F/M\u200F/y"),    "d/M/yyyy"             },     // marks of the writing direction
         { OLESTR("d/M/y \u061C"),         "d/M/yyyy "            },
+        { OLESTR("d\u200E/M/y"),          "d/M/yyyy"             },
         { OLESTR("d.MM.yy '\u0433'."),    "d.MM.yyyy '\\u0433'." },
         { OLESTR("d 'de' M y"),           "d 'de' M yyyy"        },
         { OLESTR("y\u5E74M\u6708"),       "yyyy'\\u5E74'M'\\u6708'" },
