@@ -7,7 +7,6 @@
 
 #include <unistd.h>
 
-#include <initializer_list>
 #include <new>
 #include <string_view>
 
@@ -28,14 +27,15 @@ struct LocaleVariables
     char const * amounts = nullptr;
     char const * language = nullptr;
 
+    static bool IsSet(char const * value) noexcept { return value && *value; }
+
     char const * Resolve(char const * category) const noexcept
     {
-        for (char const * const value : {all, category, language})
-        {
-            if (value && *value)
-                return value;
-        }
-        return "C";
+        if (IsSet(all))
+            return all;
+        if (IsSet(category))
+            return category;
+        return IsSet(language) ? language : "C";
     }
 };
 
@@ -106,6 +106,18 @@ struct LastAnswer
             return isOneVariable && numbers == numberName;
         return numbers == numberName && dates == dateName && amounts == amountName;
     }
+
+    [[gnu::noinline]] void Find(char const * numberName, char const * dateName, char const * amountName)
+    {
+        LocaleFacts const & found =
+            CachedFacts(LocaleNames{LocaleNameOfEnvironment(numberName), LocaleNameOfEnvironment(dateName),
+                                    LocaleNameOfEnvironment(amountName)});
+        numbers.Take(numberName);
+        dates.Take(dateName);
+        amounts.Take(amountName);
+        isOneVariable = numberName == dateName && dateName == amountName;
+        facts = &found;
+    }
 };
 
 struct KnownLocale
@@ -151,20 +163,12 @@ LocaleFacts const & UserFacts()
 {
     KnownLocale & known = CurrentLocale();
     LocaleVariables const & variables = known.variables;
-    LastAnswer & last = known.last;
     char const * const numbers = variables.Resolve(variables.numbers);
     char const * const dates = variables.Resolve(variables.dates);
     char const * const amounts = variables.Resolve(variables.amounts);
-    if (last.IsFor(numbers, dates, amounts))
-        return *last.facts;
-    LocaleFacts const & facts = CachedFacts(LocaleNames{
-        LocaleNameOfEnvironment(numbers), LocaleNameOfEnvironment(dates), LocaleNameOfEnvironment(amounts)});
-    last.numbers.Take(numbers);
-    last.dates.Take(dates);
-    last.amounts.Take(amounts);
-    last.isOneVariable = numbers == dates && dates == amounts;
-    last.facts = &facts;
-    return facts;
+    if (!known.last.IsFor(numbers, dates, amounts))
+        known.last.Find(numbers, dates, amounts);
+    return *known.last.facts;
 }
 
 } // namespace kr::detail
