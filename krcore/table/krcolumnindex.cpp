@@ -52,10 +52,10 @@ ColumnIndex::ColumnIndex(Columns const & columns) : m_changes(std::make_shared<s
     SeeColumns(columns);
 }
 
-std::optional<std::size_t> ColumnIndex::Find(CString const & key) const
+std::size_t ColumnIndex::Find(CString const & key) const
 {
     auto const place = m_places.find(key);
-    return place == m_places.end() ? std::nullopt : std::optional(place->second.first);
+    return place == m_places.end() ? none : place->second.first;
 }
 
 CString ColumnIndex::LowestFreeKey(CString const & name)

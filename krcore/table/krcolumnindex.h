@@ -32,7 +32,9 @@ public:
         return columns.data() == m_data && columns.size() == m_size && *m_changes == m_changesSeen;
     }
 
-    std::optional<std::size_t> Find(CString const & key) const;
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
+    /// `none` where no column has the key.
+    std::size_t Find(CString const & key) const;
     CString LowestFreeKey(CString const & name);
 
     /// Tell a current index that a column came in at `position`, or that the first one of `key` went from there. A

@@ -148,8 +148,8 @@ CKrTableColumn const * CKrTableData::FindColumn(CString const & key) const noexc
 {
     if (kr::detail::ColumnIndex const * const index = CurrentIndex())
     {
-        auto const position = index->Find(key);
-        return position ? data() + *position : nullptr;
+        std::size_t const position = index->Find(key);
+        return position == kr::detail::ColumnIndex::none ? nullptr : data() + position;
     }
     auto const place =
         std::find_if(begin(), end(), [&](CKrTableColumn const & column) { return column.GetKey() == key; });
