@@ -8,22 +8,13 @@ namespace
 
 using kr::detail::CalendarFields;
 
-bool IsSameMoment(CalendarFields const & left, CalendarFields const & right)
-{
-    return left.year == right.year && left.month == right.month && left.day == right.day && left.hour == right.hour &&
-           left.minute == right.minute && left.second == right.second;
-}
-
-/// The date of fields that it gives back.
+/// The date of fields that it gives back: a year in full, and a day that the month has. Times come back always, since dates tell
+/// them apart far below a second.
 bool MakeDate(CalendarFields const & fields, DATE & date)
 {
-    DATE made = 0.0;
-    CalendarFields readBack;
-    if (!kr::detail::DateOfFields(fields, made) || !kr::detail::FieldsOfDate(made, readBack) ||
-        !IsSameMoment(fields, readBack))
-        return false;
-    date = made;
-    return true;
+    bool const isGivenBack =
+        fields.year >= 100 && fields.day >= 1 && fields.day <= kr::detail::DaysInMonth(fields.year, fields.month);
+    return isGivenBack && kr::detail::DateOfFields(fields, date);
 }
 
 /// One field of a date, or `error`.
