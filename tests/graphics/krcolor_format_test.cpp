@@ -94,6 +94,18 @@ TEST(CKrColorFormat, WritesEveryByteAsTheRuntimeDoes)
     }
 }
 
+TEST(CKrColorFormat, WritesEveryIndexAsTheRuntimeDoes)
+{
+    CString expected;
+    for (int index = SHRT_MIN; index <= SHRT_MAX; ++index)
+    {
+        if (index == 256 || index == 257) // these have words
+            continue;
+        expected.Format(OLESTR("%d"), index);
+        ASSERT_EQ(CKrColor(index).Format(false), expected);
+    }
+}
+
 TEST(CKrColorFormat, WritesWhatParseReadsBack)
 {
     for (int index = SHRT_MIN; index <= SHRT_MAX; ++index)
