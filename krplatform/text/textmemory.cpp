@@ -22,7 +22,7 @@ constexpr bool s_isWatched = false;
 
 // Blocks are 8, 24, 40, ... 264 bytes with the mark: the memory manager gives these without a remainder.
 constexpr std::size_t s_sizes = 17;
-constexpr std::size_t s_keptBytes = 256 * 1024;
+constexpr std::size_t s_keptBytes = 1024 * 1024; // lists of ten thousand names come and go in it
 
 /// Stands in front of the memory: which list it belongs to.
 struct Mark
@@ -52,14 +52,14 @@ struct KeptBlocks
     };
 
     State state;
-    std::array<unsigned short, s_sizes> room; ///< how many more are kept of each size; none unless open
+    std::array<unsigned, s_sizes> room; ///< how many more are kept of each size; none unless open
     std::array<FreeBlock *, s_sizes> first;
 
     void Open() noexcept
     {
         state = State::open;
         for (std::size_t index = 0; index < s_sizes; ++index)
-            room[index] = static_cast<unsigned short>(s_keptBytes / BlockSize(index));
+            room[index] = static_cast<unsigned>(s_keptBytes / BlockSize(index));
     }
 
     void Close(State newState) noexcept

@@ -10,7 +10,7 @@ namespace kr::detail
 
 /// Memory for a text, null when it runs out: `SizeOfTextMemory` bytes, which begin 4 behind a multiple of 16, so that units behind a
 /// header of 4 or of 12 bytes are aligned. Blocks that a thread freed are used again before the memory manager is asked: each thread
-/// keeps up to 256 KB of each of 17 sizes, up to 260 bytes, and gives them back when it ends.
+/// keeps up to 1 MB of each of 17 sizes, up to 260 bytes, and gives them back when it ends.
 KRPLATFORM_API void * AllocateTextMemory(std::size_t size) noexcept;
 
 /// Any thread may free. Null is allowed.

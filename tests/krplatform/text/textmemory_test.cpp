@@ -22,7 +22,7 @@ using kr::test::AllAllocations;
 using kr::test::FailNthAllocation;
 using kr::test::LiveAllocations;
 
-constexpr std::size_t s_kept = 256 * 1024;
+constexpr std::size_t s_kept = 1024 * 1024;
 
 // Programs that count keep nothing; here it is what is tested.
 class TextMemory : public testing::Test
