@@ -272,6 +272,15 @@ TEST_F(CKrDLLTrace, FindsSymbolsByTheirNarrowNames)
     EXPECT_TRUE(library.UnloadDLL());
 }
 
+TEST_F(CKrDLLLoad, MakesTheTraceThatItWritesToWhereThereIsNone)
+{
+    CKrTrace::SetObject(nullptr, true);
+    EXPECT_EQ(Library(m_path).GetFuncAddress(OLESTR("KrTestPlan")), nullptr);
+    ASSERT_NE(CKrTrace::GetObjectW(false), nullptr);
+    EXPECT_FALSE(CKrTrace::GetObjectW(false)->IsOn());
+    CKrTrace::SetObject(nullptr, true);
+}
+
 TEST_F(CKrDLLTrace, TracesALibraryThatIsNotMappedWithLine270)
 {
     CKrDLL const library = Library(m_path);
