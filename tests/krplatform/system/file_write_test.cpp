@@ -42,6 +42,20 @@ TEST(WriteFile, WritesAllBytesBehindThoseBefore)
     EXPECT_TRUE(CloseHandle(file));
 }
 
+TEST(WriteFile, WritesToTheFirstNumberTooWhereStandardInputIsClosed)
+{
+    TemporaryDirectory const directory;
+    int const input = dup(STDIN_FILENO);
+    ASSERT_GT(input, STDIN_FILENO);
+    close(STDIN_FILENO);
+    HANDLE const file = Create(directory / "file");
+    EXPECT_TRUE(WriteFile(file, "one", 3, nullptr, nullptr));
+    EXPECT_TRUE(CloseHandle(file));
+    dup2(input, STDIN_FILENO);
+    close(input);
+    EXPECT_EQ(ReadText(directory / "file"), "one");
+}
+
 /// The calls of the system that have written so far in this process; -1 where the system does not count them.
 long CountWrites()
 {
