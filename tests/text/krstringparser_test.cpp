@@ -188,7 +188,7 @@ TEST(CKrStringParser, JoinsAnyNumberOfDoublesWithAnySeparator)
         CString const separator(OLESTR('/'), length);
         std::vector<double> items;
         std::string expected;
-        for (std::size_t index = 0; index < 300; ++index)
+        for (std::size_t index = 0; index < 80; ++index)
         {
             items.push_back(numbers[index % 5]);
             expected += (index == 0 ? "" : Narrow(separator)) + texts[index % 5];
