@@ -42,7 +42,7 @@ TextView WithoutLeadingBackslashes(TextView text)
     return text.substr(std::min(text.find_first_not_of(OLESTR('\\')), text.size()));
 }
 
-/// Whether a dir is stored as it stands when it is read once more: without ":", "/", "\.\", a double `\` or one at the end.
+/// Whether a dir, which does not end in `\`, is stored as it stands when it is read once more: without ":", "/", "\.\" or a double `\`.
 bool ReadsBackAsItIs(TextView dir)
 {
     for (std::size_t index = 0; index < dir.size(); ++index)
@@ -53,7 +53,7 @@ bool ReadsBackAsItIs(TextView dir)
         if (unit == OLESTR(':') || unit == OLESTR('/'))
             return false;
         TextView const next = dir.substr(index + 1);
-        if (unit == OLESTR('\\') && (next.empty() || next.starts_with(OLESTR('\\')) || next.starts_with(OLESTR(".\\"))))
+        if (unit == OLESTR('\\') && (next.starts_with(OLESTR('\\')) || next.starts_with(OLESTR(".\\"))))
             return false;
     }
     return true;
