@@ -84,8 +84,6 @@ bool CKrProperty::IsDeepEqual(CKrProperty const & other) const
 
 bool CKrProperty::HasEqualTree(CKrProperty const & other) const
 {
-    if (this == &other)
-        return true;
     if (!HasEqualContent(other))
         return false;
     for (unsigned int index = 0; index < GetSubPropertyCount(); ++index)

@@ -26,10 +26,9 @@ VARIANT CKrVariant::NumberOfBool(VARIANT const & source) noexcept
 
 bool CKrVariant::ConvertTypeImpl(int target, CKrVariant const * source)
 {
-    if (!source)
-        source = this;
-    if (source->vt != VT_DATE || target != VT_BSTR)
-        return ConvertUnder(LOCALE_INVARIANT, target, *source);
+    VARIANT const & from = source ? *source : *this;
+    if (from.vt != VT_DATE || target != VT_BSTR)
+        return ConvertUnder(LOCALE_INVARIANT, target, from);
     // Deliberate: the date is that of this value, which for all callers is the source.
     COleVariant::operator=(InvariantTextOf(date));
     m_type = SwapType(vt);

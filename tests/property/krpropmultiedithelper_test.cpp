@@ -446,15 +446,32 @@ TEST_F(CKrPropMultiEditHelperTest, IsCopiedDeeplyWithItsListOfSets)
     EXPECT_EQ(Main().GetInt(), 7);
 }
 
-TEST_F(CKrPropMultiEditHelperTest, IsCopiedWithTheControlOfTheRootOfItsMainSet)
+TEST_F(CKrPropMultiEditHelperTest, IsCopiedWithWhatTheRootOfItsMainSetHas)
 {
     Fill(1, 2, 2);
     CKrPropertySet main(sets[0]);
     main.GetRootProperty().SetCtrlType(CKrAssCtrl::ePasswordCtrl);
+    main.GetRootProperty().SetAttribute(OLESTR("Scale"), CKrVariant(50));
     helper.SetMainPropertySet(main);
     Open assigned;
     assigned = helper;
-    EXPECT_EQ(assigned.GetMainPropertySet().GetRootProperty().GetCtrlType(), CKrAssCtrl::ePasswordCtrl);
+    CKrProperty const & root = assigned.GetMainPropertySet().GetRootProperty();
+    EXPECT_EQ(root.GetCtrlType(), CKrAssCtrl::ePasswordCtrl);
+    EXPECT_EQ(root.GetAttribute(OLESTR("Scale")).GetAsString(), OLESTR("50"));
+}
+
+TEST_F(CKrPropMultiEditHelperTest, CarriesFromAnyNodeForASubclass)
+{
+    Fill(1, 2, 2);
+    CKrPropertySet main(sets[0]);
+    X(main).SetInt(7);
+    EXPECT_TRUE(helper.UpdateProperty(X(main), X(sets[1])));
+    EXPECT_EQ(X(sets[1]).GetInt(), 2); // not flagged
+    X(main).SetModified(true);
+    EXPECT_TRUE(helper.UpdateProperty(X(main), X(sets[1])));
+    EXPECT_EQ(X(sets[1]).GetInt(), 7);
+    EXPECT_TRUE(helper.UpdateProperty(*main.GetCategoryAt(0), *sets[2].GetCategoryAt(0)));
+    EXPECT_EQ(X(sets[2]).GetInt(), 7);
 }
 
 TEST_F(CKrPropMultiEditHelperTest, StaysItselfWhenAssignedToItself)
