@@ -72,7 +72,7 @@ bool CKrProperty::IsEqual(CKrProperty const & other) const
     return this == &other || (m_name == other.m_name && HasEqualContent(other));
 }
 
-inline bool CKrProperty::HasEqualContent(CKrProperty const & other) const
+bool CKrProperty::HasEqualContent(CKrProperty const & other) const
 {
     return m_description == other.m_description && m_type == other.m_type && m_value == other.m_value;
 }
