@@ -18,8 +18,9 @@ class NumberText
 public:
     /// `write` puts the text where it is told and gives the place behind it.
     template <class Write>
-    explicit NumberText(Write write) : m_length(static_cast<std::size_t>(write(m_units) - m_units))
+    explicit NumberText(Write write)
     {
+        m_length = static_cast<std::size_t>(write(m_units) - m_units);
     }
 
     TextView View() const { return {m_units, m_length}; }
